@@ -1,0 +1,5 @@
+#include "base/ExecutableDirectory.h"
+
+#include <QCoreApplication>
+
+QString executableDirectory() { return QCoreApplication::applicationDirPath(); }
