@@ -1,0 +1,106 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+// The installer's work on the host. Everything runs on the calling thread except what a ...Thread
+// name starts on the global thread pool. Failures are told by the result and by a debug line.
+class Operating : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Operating(QObject *parent = nullptr);
+    ~Operating() override;
+
+    // Files. -------------------------------------------------------------------------------------
+
+    // Starts copyDirectoryFiles() on the thread pool and returns true at once. The copy goes on
+    // when this object dies before it; its signals are then dropped.
+    Q_INVOKABLE bool copyDirectoryFilesThread(
+        const QString &fromDir, const QString &toDir, bool coverFileIfExist);
+    // Copies all but hidden entries; stops at the first failure, without a roll-back. The parent of
+    // toDir must exist.
+    Q_INVOKABLE bool copyDirectoryFiles(
+        const QString &fromDir, const QString &toDir, bool coverFileIfExist);
+    // Waits for the copies that copyDirectoryFilesThread() started, of all objects.
+    static void waitForCopies();
+
+    Q_INVOKABLE bool DelDir(const QString &path); // also removes parents that become empty
+    Q_INVOKABLE bool deleteDir(const QString &path); // the Windows command; no effect on Linux
+    Q_INVOKABLE bool deletefile(const QString &path);
+    Q_INVOKABLE bool ishavefile(const QString &path); // an empty file counts as absent
+    Q_INVOKABLE bool createfile(const QString &filePath, bool overwrite);
+    Q_INVOKABLE QString getCurrentPath() const;
+
+    // Launchers and desktop entries. ---------------------------------------------------------------
+
+    Q_INVOKABLE bool creatVornRunShell(); // into the working directory, as the next one
+    Q_INVOKABLE bool creatUninstallRunShell();
+    Q_INVOKABLE bool addLinkToDeskTopLinux();
+    Q_INVOKABLE bool deleteLinkToDeskTopLinux();
+    Q_INVOKABLE bool addAutoStartUp();
+    Q_INVOKABLE bool deleteAutoStartUp();
+
+    // Processes and external commands. -------------------------------------------------------------
+
+    Q_INVOKABLE bool doOtherExe(const QString &path, const QStringList &args);
+    Q_INVOKABLE bool killProcess(const QString &name); // always false
+    Q_INVOKABLE bool checkExeIsRun(const QString &name);
+    Q_INVOKABLE bool IsProcessRun(char *name); // always true
+    Q_INVOKABLE bool openUrl(const QString &url);
+    Q_INVOKABLE void googleLogin();
+    Q_INVOKABLE void facebookLogin();
+    Q_INVOKABLE void joinTelegramGroup();
+    Q_INVOKABLE QString systemType() const; // the distribution's name
+    Q_INVOKABLE bool doInstallExe();
+    Q_INVOKABLE bool doUpdateExe();
+    Q_INVOKABLE bool replaceProtocolProgram();
+    Q_INVOKABLE bool deleteCurExeFile(const QString &path);
+
+    // Nothing to do on this system; each returns false.
+    Q_INVOKABLE bool isFirstInstall();
+    Q_INVOKABLE bool stopVornService();
+    Q_INVOKABLE bool startVornService();
+    Q_INVOKABLE bool restartTap(const QString &name);
+    Q_INVOKABLE bool checkServiceIsRunning(const QString &name);
+    Q_INVOKABLE bool installServicePlugin();
+    Q_INVOKABLE bool uninstallServicePlugin();
+    Q_INVOKABLE bool installServicePluginThread();
+    Q_INVOKABLE bool uninstallServicePluginThread();
+
+    // Windows only; each returns false here.
+    Q_INVOKABLE bool addLinkToDeskTop(const QString &target, const QString &name);
+    Q_INVOKABLE bool delDeskTopLink(const QString &name);
+    Q_INVOKABLE bool addLinkToAppLocation(const QString &target, const QString &name);
+    Q_INVOKABLE bool delLinkToAppLocation(const QString &name);
+    Q_INVOKABLE bool addStartTask(const QString &name, const QString &path);
+    Q_INVOKABLE bool addStartTaskThread(const QString &name, const QString &path);
+    Q_INVOKABLE bool deleteStartTask(const QString &name);
+    Q_INVOKABLE bool deleteStartTaskThread(const QString &name);
+    Q_INVOKABLE bool selectStartTask(const QString &name);
+    Q_INVOKABLE bool setRegValue(const QString &key, const QString &name, const QString &value);
+    Q_INVOKABLE bool removeRegValue(const QString &key, const QString &name);
+    Q_INVOKABLE bool deleteFileAfterUninstall();
+
+    // Probes. --------------------------------------------------------------------------------------
+
+    Q_INVOKABLE QStringList getMac();
+    Q_INVOKABLE uint IPV4StringToInteger(const QString &ip); // 0 unless there are four parts
+    Q_INVOKABLE void GetIPSize();
+    // False inside a block of the address table. A block's first and last address count as outside.
+    Q_INVOKABLE bool EnableIPInBackCh(const QString &ip);
+    Q_INVOKABLE double getCurrentSystemMemoryInfo();
+    Q_INVOKABLE double getCurrentSystemCpuRate(); // blocks for one second; always 0
+    Q_INVOKABLE bool checkRegExpIsMatch(const QString &reg, const QString &msg);
+    Q_INVOKABLE QString getFileMd5(const QString &path); // empty when it cannot be read
+    Q_INVOKABLE QString getCorrectUnicode(const QByteArray &bytes);
+    Q_INVOKABLE bool checkAdapterIsExist(const QString &name);
+
+signals:
+    // Once for each directory whose entries were all copied, the top one last. Emitted on the
+    // thread that copies.
+    void copyDirectorySuccess();
+    void sendSystemCmdResult(bool success, QString message);
+};
