@@ -1,0 +1,150 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHttpMultiPart>
+#include <QJsonObject>
+#include <QList>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QObject>
+#include <QString>
+
+// The client of the server API, created by the scene. Every operation returns at once; its outcome
+// arrives as the signal named after it, a time-out as sendTimeOutInterface(), a transport error as
+// getHttpCode(). GUI thread only.
+class KQHttpManager : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString testDomainName READ getTestDomainName WRITE setTestDomainName)
+    Q_PROPERTY(int getMyIPNum READ getGetMyIPNum WRITE setGetMyIPNum RESET resetGetMyIPNum)
+
+public:
+    explicit KQHttpManager(QObject *parent = nullptr);
+    ~KQHttpManager() override;
+
+    // Transport.
+    void createHttpHeader(QNetworkRequest &request);
+    void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value);
+    void httpRequestFormdate(QString url, QHttpMultiPart *multiPart); // the form goes with its reply
+    Q_INVOKABLE void httpRequestDirect(QString url); // unsigned GET
+    void dealJsonData(QNetworkReply *reply, QByteArray body);
+    void dealReplyTimeOut(QString url);
+
+    // Discovery, region, initialisation.
+    Q_INVOKABLE void getDomainNameFromWeb();
+    Q_INVOKABLE void requestWebAddress();
+    Q_INVOKABLE void checkRegion();
+    Q_INVOKABLE void getLocalLanguage();
+    Q_INVOKABLE void getInitInfo();
+    QString getTestDomainName() const;
+    void setTestDomainName(const QString &value);
+
+    // Account.
+    Q_INVOKABLE void userLogin(QString email, QString password);
+    Q_INVOKABLE void userVisitorLogin();
+    Q_INVOKABLE void userRegister(QString email, QString password, QString code);
+    Q_INVOKABLE void userRegisterActive(QString email, QString password);
+    Q_INVOKABLE void findPasswd(QString email, QString password, QString code);
+    Q_INVOKABLE void getEmailCode(QString email, QString codeType);
+    Q_INVOKABLE void thirdLogin(QString platform);
+    Q_INVOKABLE void getUserInfoAfterLogin();
+    Q_INVOKABLE void signOut();
+
+    // Updates and downloads.
+    Q_INVOKABLE void checkUpdate();
+    Q_INVOKABLE void checkIsNeedHotUpdate();
+    Q_INVOKABLE void downloadUpdateFile(QString url);
+    Q_INVOKABLE void httpRequestFile(QString url, int kind);
+
+    // Telemetry.
+    Q_INVOKABLE void pushLog(QString flag, QString type, QString status, QString info);
+    Q_INVOKABLE void sendOperationRecord(QString type);
+    Q_INVOKABLE void addLineLinkInfo(int serverId, QString status, QString startOrEnd);
+    Q_INVOKABLE void sendPushLinkLog(
+        int srvid, QString status, long startTime, long endTime, QString protocol);
+    Q_INVOKABLE void pushMyIpToServer();
+    Q_INVOKABLE int getGetMyIPNum() const;
+    Q_INVOKABLE void setGetMyIPNum(int value);
+    Q_INVOKABLE void resetGetMyIPNum();
+    Q_INVOKABLE void appendSearchWordList(QString word);
+    Q_INVOKABLE void pushSearchLineWord();
+    Q_INVOKABLE void pushLanguage(int type, QString language);
+    Q_INVOKABLE void getDownloadLink(QString email);
+
+    // Feedback.
+    Q_INVOKABLE void feedBack(QString tag, QString content, QString type, QString linkman,
+        QString attachment, QString props, QString rate);
+    Q_INVOKABLE void getLineFeedBackQuestion();
+
+    // Line catalogue.
+    Q_INVOKABLE void getAllLineInfo();
+    Q_INVOKABLE void getLineInfo(QString word);
+    Q_INVOKABLE QList<QObject *> getLineInfoModelList();
+
+    // Reply handlers, called by the router with the reply's JSON object.
+    void dealUserLoginInfo(QJsonObject &object);
+    void dealUserVisitorLoginInfo(QJsonObject &object);
+    void dealUserRegisterInfo(QJsonObject &object);
+    void dealUserRegisterActiveInfo(QJsonObject &object);
+    void dealFindPasswdInfo(QJsonObject &object);
+    void dealEmailCodeInfo(QJsonObject &object);
+    void dealUserInfo(QJsonObject &object);
+    void dealUpdateInfo(QJsonObject &object);
+    void dealHotUpdate(QJsonObject &object);
+    void dealInitInfo(QJsonObject &object);
+    void dealCheckRegion(QJsonObject &object);
+    void dealWebAddress(QJsonObject &object);
+    void dealPushLog(QJsonObject &object);
+    void dealOperationRecord(QJsonObject &object);
+    void dealPushLinkLog(QJsonObject &object);
+    void dealPushMyIp(QJsonObject &object);
+    void dealPushSearchLineWord(QJsonObject &object);
+    void dealPushLanguage(QJsonObject &object);
+    void dealDownloadLink(QJsonObject &object);
+    void dealFeedBackInfo(QJsonObject &object);
+    void dealLineFeedBackQuestion(QJsonObject &object);
+    void dealLineInfo(QJsonObject &object);
+
+public slots:
+    void replyReadyRead();
+    void replyReadyReadDirect();
+    void onDownloadProgress(qint64 received, qint64 total);
+    void onFinished();
+
+signals:
+    void getHttpCode(int status);
+    void sendTimeOutInterface(QString name);
+
+    void domainNameFromWebStatus(bool status);
+    void sendIsChinaIp(bool isChinaIp);
+    void sendDefaultLanguage(int language);
+    void initSystemStatus(int code);
+
+    void loginStatus(bool status, QString message, int errorPostion);
+    void visitorLoginStatus(bool status, QString message, int errorPostion);
+    void registerStatus(bool status, QString message, int errorPostion);
+    void registerActiveStatus(bool status, QString message, int errorPostion);
+    void findPasswdStatus(bool status, QString message, int errorPostion);
+    void getEmailCodeStatus(bool status, QString message, int errorPostion);
+    void userInfoStatus(bool status, QString message);
+
+    void updateInfoStatus(
+        bool ok, bool latest, bool force, QString versionShow, QString content, QString version);
+    void hotUpdateStatus(bool ok, int type);
+    void sendDownloadUpdatePraProgress(int received, int total);
+    void sendDownloadFileSuccess();
+    void sendDownloadAllUpdatePraProgress(int received, int total);
+    void sendDownloadAllFileSuccess();
+
+    void sendOperationRecordStatus(bool ok, QString msg);
+    void sendPushLinkLogStatus(bool ok, QString msg);
+    void sendGetIpIsProxyIp(bool flag, QString message, QString proxyip);
+    void sendDownloadLinkStatus(bool ok);
+
+    void feedBackStatus(bool status, QString message);
+    void sendLineFeedBackQuestions(bool ok, QString msg);
+
+    void lineInfoStatus(bool status, QString message);
+};
+
+// The same as the member, for code that has no manager at hand.
+void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value);
