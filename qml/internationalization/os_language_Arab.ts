@@ -1,0 +1,202 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ar" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>VornVPN</source>
+        <translation>VornVPN</translation>
+    </message>
+    <message>
+        <source>Quick Install</source>
+        <translation>تثبيت سريع</translation>
+    </message>
+    <message>
+        <source>Accept</source>
+        <translation>أوافق على</translation>
+    </message>
+    <message>
+        <source>Vorn license agreement</source>
+        <translation>اتفاقية ترخيص Vorn</translation>
+    </message>
+    <message>
+        <source>Custom path &gt;</source>
+        <translation>مسار مخصص &gt;</translation>
+    </message>
+    <message>
+        <source>Select Directory</source>
+        <translation>اختيار المجلد</translation>
+    </message>
+    <message>
+        <source>/opt/VornVPN</source>
+        <translation>/opt/VornVPN</translation>
+    </message>
+    <message>
+        <source>C:\Program Files\VornVPN</source>
+        <translation>C:\Program Files\VornVPN</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>استعراض</translation>
+    </message>
+    <message>
+        <source>Start Up Automatically</source>
+        <translation>تشغيل تلقائي</translation>
+    </message>
+    <message>
+        <source>Create Shortcut</source>
+        <translation>إنشاء اختصار</translation>
+    </message>
+    <message>
+        <source>Installing...</source>
+        <translation>جارٍ التثبيت...</translation>
+    </message>
+    <message>
+        <source>One-click acceleration</source>
+        <translation>تسريع بنقرة واحدة</translation>
+    </message>
+    <message>
+        <source>simple</source>
+        <translation>بسيط</translation>
+    </message>
+    <message>
+        <source>easy to use</source>
+        <translation>سهل الاستخدام</translation>
+    </message>
+    <message>
+        <source>stable</source>
+        <translation>مستقر</translation>
+    </message>
+    <message>
+        <source>Smart cloud acceleration</source>
+        <translation>تسريع سحابي ذكي</translation>
+    </message>
+    <message>
+        <source>Low latency</source>
+        <translation>زمن استجابة منخفض</translation>
+    </message>
+    <message>
+        <source>no freeze</source>
+        <translation>بلا تقطّع</translation>
+    </message>
+    <message>
+        <source>Multi-platform, fully compatible</source>
+        <translation>متعدد المنصات ومتوافق بالكامل</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine adapt to multi-platform network</source>
+        <translation>محرك تسريع من الجيل الجديد يتكيف مع شبكات المنصات المتعددة</translation>
+    </message>
+    <message>
+        <source>Finish Installation</source>
+        <translation>اكتمل التثبيت</translation>
+    </message>
+    <message>
+        <source>Try It Now</source>
+        <translation>جرّبه الآن</translation>
+    </message>
+    <message>
+        <source>&lt; Return</source>
+        <translation>&lt; رجوع</translation>
+    </message>
+    <message>
+        <source>Change path</source>
+        <translation>تغيير المسار</translation>
+    </message>
+    <message>
+        <source>Directory:</source>
+        <translation>المجلد:</translation>
+    </message>
+    <message>
+        <source>Enter some text...</source>
+        <translation>أدخل نصًا...</translation>
+    </message>
+    <message>
+        <source>Low latency, no lag</source>
+        <translation>زمن استجابة منخفض بلا تأخير</translation>
+    </message>
+    <message>
+        <source>Simple,Easy,Stable</source>
+        <translation>بسيط، سهل، مستقر</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine, adapt to multi-platform network</source>
+        <translation>محرك تسريع من الجيل الجديد يتكيف مع شبكات المنصات المتعددة</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>تصغير</translation>
+    </message>
+    <message>
+        <source>Interface language</source>
+        <translation>لغة الواجهة</translation>
+    </message>
+    <message>
+        <source>Installation directory</source>
+        <translation>مجلد التثبيت</translation>
+    </message>
+    <message>
+        <source>Installation progress</source>
+        <translation>تقدم التثبيت</translation>
+    </message>
+</context>
+<context>
+    <name>uninstall</name>
+    <message>
+        <source>Uninstall VornVPN</source>
+        <translation>إلغاء تثبيت VornVPN</translation>
+    </message>
+    <message>
+        <source>This removes the client, its menu entry and its autostart entry. Files of your own in its directory are kept.</source>
+        <translation>سيُزال برنامج العميل ومدخله في القائمة ومدخل تشغيله التلقائي. أما ملفاتك الخاصة في مجلده فستبقى.</translation>
+    </message>
+    <message>
+        <source>Uninstall</source>
+        <translation>إلغاء التثبيت</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>تصغير</translation>
+    </message>
+    <message>
+        <source>Removing...</source>
+        <translation>جارٍ الإزالة...</translation>
+    </message>
+    <message>
+        <source>VornVPN has been removed</source>
+        <translation>تمت إزالة VornVPN</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be removed completely</source>
+        <translation>تعذّرت إزالة VornVPN بالكامل</translation>
+    </message>
+    <message>
+        <source>These files do not belong to VornVPN and were kept:</source>
+        <translation>هذه الملفات لا تخص VornVPN وقد أُبقيت:</translation>
+    </message>
+    <message>
+        <source>These could not be removed:</source>
+        <translation>تعذّرت إزالة ما يلي:</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>و%1 أخرى</translation>
+    </message>
+    <message>
+        <source>Progress of the removal</source>
+        <translation>تقدم الإزالة</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,202 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_TW" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>VornVPN</source>
+        <translation>VornVPN</translation>
+    </message>
+    <message>
+        <source>Quick Install</source>
+        <translation>快速安裝</translation>
+    </message>
+    <message>
+        <source>Accept</source>
+        <translation>同意</translation>
+    </message>
+    <message>
+        <source>Vorn license agreement</source>
+        <translation>Vorn 授權協議</translation>
+    </message>
+    <message>
+        <source>Custom path &gt;</source>
+        <translation>自訂路徑 &gt;</translation>
+    </message>
+    <message>
+        <source>Select Directory</source>
+        <translation>選擇資料夾</translation>
+    </message>
+    <message>
+        <source>/opt/VornVPN</source>
+        <translation>/opt/VornVPN</translation>
+    </message>
+    <message>
+        <source>C:\Program Files\VornVPN</source>
+        <translation>C:\Program Files\VornVPN</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>瀏覽</translation>
+    </message>
+    <message>
+        <source>Start Up Automatically</source>
+        <translation>開機時自動啟動</translation>
+    </message>
+    <message>
+        <source>Create Shortcut</source>
+        <translation>建立捷徑</translation>
+    </message>
+    <message>
+        <source>Installing...</source>
+        <translation>正在安裝…</translation>
+    </message>
+    <message>
+        <source>One-click acceleration</source>
+        <translation>一鍵加速</translation>
+    </message>
+    <message>
+        <source>simple</source>
+        <translation>簡單</translation>
+    </message>
+    <message>
+        <source>easy to use</source>
+        <translation>易用</translation>
+    </message>
+    <message>
+        <source>stable</source>
+        <translation>穩定</translation>
+    </message>
+    <message>
+        <source>Smart cloud acceleration</source>
+        <translation>智慧雲端加速</translation>
+    </message>
+    <message>
+        <source>Low latency</source>
+        <translation>低延遲</translation>
+    </message>
+    <message>
+        <source>no freeze</source>
+        <translation>不卡頓</translation>
+    </message>
+    <message>
+        <source>Multi-platform, fully compatible</source>
+        <translation>跨平台，全面相容</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine adapt to multi-platform network</source>
+        <translation>新一代加速引擎，適應多平台網路</translation>
+    </message>
+    <message>
+        <source>Finish Installation</source>
+        <translation>安裝完成</translation>
+    </message>
+    <message>
+        <source>Try It Now</source>
+        <translation>立即體驗</translation>
+    </message>
+    <message>
+        <source>&lt; Return</source>
+        <translation>&lt; 返回</translation>
+    </message>
+    <message>
+        <source>Change path</source>
+        <translation>變更路徑</translation>
+    </message>
+    <message>
+        <source>Directory:</source>
+        <translation>資料夾：</translation>
+    </message>
+    <message>
+        <source>Enter some text...</source>
+        <translation>請輸入文字…</translation>
+    </message>
+    <message>
+        <source>Low latency, no lag</source>
+        <translation>低延遲，零卡頓</translation>
+    </message>
+    <message>
+        <source>Simple,Easy,Stable</source>
+        <translation>簡單、易用、穩定</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine, adapt to multi-platform network</source>
+        <translation>新一代加速引擎，適應多平台網路</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>關閉</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Interface language</source>
+        <translation>介面語言</translation>
+    </message>
+    <message>
+        <source>Installation directory</source>
+        <translation>安裝資料夾</translation>
+    </message>
+    <message>
+        <source>Installation progress</source>
+        <translation>安裝進度</translation>
+    </message>
+</context>
+<context>
+    <name>uninstall</name>
+    <message>
+        <source>Uninstall VornVPN</source>
+        <translation>解除安裝 VornVPN</translation>
+    </message>
+    <message>
+        <source>This removes the client, its menu entry and its autostart entry. Files of your own in its directory are kept.</source>
+        <translation>這將移除用戶端及其選單項目與自動啟動項目。資料夾中您自己的檔案會保留。</translation>
+    </message>
+    <message>
+        <source>Uninstall</source>
+        <translation>解除安裝</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>關閉</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Removing...</source>
+        <translation>正在移除…</translation>
+    </message>
+    <message>
+        <source>VornVPN has been removed</source>
+        <translation>VornVPN 已移除</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be removed completely</source>
+        <translation>無法完全移除 VornVPN</translation>
+    </message>
+    <message>
+        <source>These files do not belong to VornVPN and were kept:</source>
+        <translation>以下檔案不屬於 VornVPN，已保留：</translation>
+    </message>
+    <message>
+        <source>These could not be removed:</source>
+        <translation>以下項目無法移除：</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>以及其他 %1 個項目</translation>
+    </message>
+    <message>
+        <source>Progress of the removal</source>
+        <translation>移除進度</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,202 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>VornVPN</source>
+        <translation>VornVPN</translation>
+    </message>
+    <message>
+        <source>Quick Install</source>
+        <translation>Quick Install</translation>
+    </message>
+    <message>
+        <source>Accept</source>
+        <translation>Accept</translation>
+    </message>
+    <message>
+        <source>Vorn license agreement</source>
+        <translation>Vorn license agreement</translation>
+    </message>
+    <message>
+        <source>Custom path &gt;</source>
+        <translation>Custom path &gt;</translation>
+    </message>
+    <message>
+        <source>Select Directory</source>
+        <translation>Select Directory</translation>
+    </message>
+    <message>
+        <source>/opt/VornVPN</source>
+        <translation>/opt/VornVPN</translation>
+    </message>
+    <message>
+        <source>C:\Program Files\VornVPN</source>
+        <translation>C:\Program Files\VornVPN</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>Start Up Automatically</source>
+        <translation>Start Up Automatically</translation>
+    </message>
+    <message>
+        <source>Create Shortcut</source>
+        <translation>Create Shortcut</translation>
+    </message>
+    <message>
+        <source>Installing...</source>
+        <translation>Installing...</translation>
+    </message>
+    <message>
+        <source>One-click acceleration</source>
+        <translation>One-click acceleration</translation>
+    </message>
+    <message>
+        <source>simple</source>
+        <translation>simple</translation>
+    </message>
+    <message>
+        <source>easy to use</source>
+        <translation>easy to use</translation>
+    </message>
+    <message>
+        <source>stable</source>
+        <translation>stable</translation>
+    </message>
+    <message>
+        <source>Smart cloud acceleration</source>
+        <translation>Smart cloud acceleration</translation>
+    </message>
+    <message>
+        <source>Low latency</source>
+        <translation>Low latency</translation>
+    </message>
+    <message>
+        <source>no freeze</source>
+        <translation>no freeze</translation>
+    </message>
+    <message>
+        <source>Multi-platform, fully compatible</source>
+        <translation>Multi-platform, fully compatible</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine adapt to multi-platform network</source>
+        <translation>New generation acceleration engine adapt to multi-platform network</translation>
+    </message>
+    <message>
+        <source>Finish Installation</source>
+        <translation>Finish Installation</translation>
+    </message>
+    <message>
+        <source>Try It Now</source>
+        <translation>Try It Now</translation>
+    </message>
+    <message>
+        <source>&lt; Return</source>
+        <translation>&lt; Return</translation>
+    </message>
+    <message>
+        <source>Change path</source>
+        <translation>Change path</translation>
+    </message>
+    <message>
+        <source>Directory:</source>
+        <translation>Directory:</translation>
+    </message>
+    <message>
+        <source>Enter some text...</source>
+        <translation>Enter some text...</translation>
+    </message>
+    <message>
+        <source>Low latency, no lag</source>
+        <translation>Low latency, no lag</translation>
+    </message>
+    <message>
+        <source>Simple,Easy,Stable</source>
+        <translation>Simple,Easy,Stable</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine, adapt to multi-platform network</source>
+        <translation>New generation acceleration engine, adapt to multi-platform network</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>Interface language</source>
+        <translation>Interface language</translation>
+    </message>
+    <message>
+        <source>Installation directory</source>
+        <translation>Installation directory</translation>
+    </message>
+    <message>
+        <source>Installation progress</source>
+        <translation>Installation progress</translation>
+    </message>
+</context>
+<context>
+    <name>uninstall</name>
+    <message>
+        <source>Uninstall VornVPN</source>
+        <translation>Uninstall VornVPN</translation>
+    </message>
+    <message>
+        <source>This removes the client, its menu entry and its autostart entry. Files of your own in its directory are kept.</source>
+        <translation>This removes the client, its menu entry and its autostart entry. Files of your own in its directory are kept.</translation>
+    </message>
+    <message>
+        <source>Uninstall</source>
+        <translation>Uninstall</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>Removing...</source>
+        <translation>Removing...</translation>
+    </message>
+    <message>
+        <source>VornVPN has been removed</source>
+        <translation>VornVPN has been removed</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be removed completely</source>
+        <translation>VornVPN could not be removed completely</translation>
+    </message>
+    <message>
+        <source>These files do not belong to VornVPN and were kept:</source>
+        <translation>These files do not belong to VornVPN and were kept:</translation>
+    </message>
+    <message>
+        <source>These could not be removed:</source>
+        <translation>These could not be removed:</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>and %1 more</translation>
+    </message>
+    <message>
+        <source>Progress of the removal</source>
+        <translation>Progress of the removal</translation>
+    </message>
+</context>
+</TS>

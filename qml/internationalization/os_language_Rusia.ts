@@ -1,0 +1,202 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru_RU" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>VornVPN</source>
+        <translation>VornVPN</translation>
+    </message>
+    <message>
+        <source>Quick Install</source>
+        <translation>Быстрая установка</translation>
+    </message>
+    <message>
+        <source>Accept</source>
+        <translation>Принимаю</translation>
+    </message>
+    <message>
+        <source>Vorn license agreement</source>
+        <translation>условия лицензии Vorn</translation>
+    </message>
+    <message>
+        <source>Custom path &gt;</source>
+        <translation>Указать путь &gt;</translation>
+    </message>
+    <message>
+        <source>Select Directory</source>
+        <translation>Выберите папку</translation>
+    </message>
+    <message>
+        <source>/opt/VornVPN</source>
+        <translation>/opt/VornVPN</translation>
+    </message>
+    <message>
+        <source>C:\Program Files\VornVPN</source>
+        <translation>C:\Program Files\VornVPN</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>Обзор</translation>
+    </message>
+    <message>
+        <source>Start Up Automatically</source>
+        <translation>Запускать автоматически</translation>
+    </message>
+    <message>
+        <source>Create Shortcut</source>
+        <translation>Создать ярлык</translation>
+    </message>
+    <message>
+        <source>Installing...</source>
+        <translation>Установка...</translation>
+    </message>
+    <message>
+        <source>One-click acceleration</source>
+        <translation>Ускорение в один клик</translation>
+    </message>
+    <message>
+        <source>simple</source>
+        <translation>просто</translation>
+    </message>
+    <message>
+        <source>easy to use</source>
+        <translation>удобно</translation>
+    </message>
+    <message>
+        <source>stable</source>
+        <translation>стабильно</translation>
+    </message>
+    <message>
+        <source>Smart cloud acceleration</source>
+        <translation>Умное облачное ускорение</translation>
+    </message>
+    <message>
+        <source>Low latency</source>
+        <translation>низкая задержка</translation>
+    </message>
+    <message>
+        <source>no freeze</source>
+        <translation>без зависаний</translation>
+    </message>
+    <message>
+        <source>Multi-platform, fully compatible</source>
+        <translation>Все платформы, полная совместимость</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine adapt to multi-platform network</source>
+        <translation>Ускоритель нового поколения для сетей на любых платформах</translation>
+    </message>
+    <message>
+        <source>Finish Installation</source>
+        <translation>Установка завершена</translation>
+    </message>
+    <message>
+        <source>Try It Now</source>
+        <translation>Попробовать</translation>
+    </message>
+    <message>
+        <source>&lt; Return</source>
+        <translation>&lt; Назад</translation>
+    </message>
+    <message>
+        <source>Change path</source>
+        <translation>Изменить путь</translation>
+    </message>
+    <message>
+        <source>Directory:</source>
+        <translation>Папка:</translation>
+    </message>
+    <message>
+        <source>Enter some text...</source>
+        <translation>Введите текст...</translation>
+    </message>
+    <message>
+        <source>Low latency, no lag</source>
+        <translation>Низкая задержка, без лагов</translation>
+    </message>
+    <message>
+        <source>Simple,Easy,Stable</source>
+        <translation>Просто, удобно, стабильно</translation>
+    </message>
+    <message>
+        <source>New generation acceleration engine, adapt to multi-platform network</source>
+        <translation>Ускоритель нового поколения для сетей на любых платформах</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Свернуть</translation>
+    </message>
+    <message>
+        <source>Interface language</source>
+        <translation>Язык интерфейса</translation>
+    </message>
+    <message>
+        <source>Installation directory</source>
+        <translation>Папка установки</translation>
+    </message>
+    <message>
+        <source>Installation progress</source>
+        <translation>Ход установки</translation>
+    </message>
+</context>
+<context>
+    <name>uninstall</name>
+    <message>
+        <source>Uninstall VornVPN</source>
+        <translation>Удаление VornVPN</translation>
+    </message>
+    <message>
+        <source>This removes the client, its menu entry and its autostart entry. Files of your own in its directory are kept.</source>
+        <translation>Будут удалены клиент, его пункт меню и запись автозапуска. Ваши собственные файлы в его папке сохранятся.</translation>
+    </message>
+    <message>
+        <source>Uninstall</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Свернуть</translation>
+    </message>
+    <message>
+        <source>Removing...</source>
+        <translation>Удаление...</translation>
+    </message>
+    <message>
+        <source>VornVPN has been removed</source>
+        <translation>VornVPN удалён</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be removed completely</source>
+        <translation>Не удалось полностью удалить VornVPN</translation>
+    </message>
+    <message>
+        <source>These files do not belong to VornVPN and were kept:</source>
+        <translation>Эти файлы не относятся к VornVPN и были сохранены:</translation>
+    </message>
+    <message>
+        <source>These could not be removed:</source>
+        <translation>Не удалось удалить:</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>и ещё %1</translation>
+    </message>
+    <message>
+        <source>Progress of the removal</source>
+        <translation>Ход удаления</translation>
+    </message>
+</context>
+</TS>
