@@ -1,0 +1,63 @@
+#include "lines/LineInfoListModel.h"
+
+#include <QJsonArray>
+
+#include <ctime>
+
+#include "base/DebugLine.h"
+#include "lines/LineBuilder.h"
+#include "lines/LineInfo.h"
+
+namespace {
+
+// False when the server refused; message is then its reason.
+bool isAccepted(const QJsonObject &reply, QString &message)
+{
+    if (reply.value(QLatin1String("code")).toInt() == 0) {
+        return true;
+    }
+    message = reply.value(QLatin1String("msg")).toString();
+    debugLine() << "retMessageg:" << message;
+    return false;
+}
+
+} // namespace
+
+LineInfoListModel::LineInfoListModel(QObject *parent)
+    : QObject(parent)
+{
+}
+
+bool LineInfoListModel::createLineInfoModelList(QJsonObject &json, QString &retMessage)
+{
+    if (!isAccepted(json, retMessage)) {
+        return false;
+    }
+    LineBuilder builder;
+    const QJsonArray areas = json.value(QLatin1String("data")).toArray();
+    for (const QJsonValue &area : areas) {
+        m_areas.append(builder.area(area.toObject()));
+        debugLine() << "lineInfoModelList.push_back over";
+    }
+    return true;
+}
+
+bool LineInfoListModel::createLineInfoModelListByCountry(QJsonObject &json, QString &retMessage)
+{
+    const std::time_t start = std::time(nullptr);
+    debugLine() << "createLineInfoModelListByCountry jsonL:" << json;
+    if (!isAccepted(json, retMessage)) {
+        return false;
+    }
+    LineBuilder builder;
+    const QJsonArray countries = json.value(QLatin1String("data")).toArray();
+    for (const QJsonValue &value : countries) {
+        const QJsonObject country = value.toObject();
+        debugLine() << "jsonLineParent:" << country;
+        m_areas.append(builder.areaByCountry(country));
+    }
+    debugLine() << "解析线路花费时长:" << std::time(nullptr) - start;
+    return true;
+}
+
+QList<QObject *> LineInfoListModel::getLineInfoModelList() const { return m_areas; }
