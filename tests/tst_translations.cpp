@@ -1,0 +1,129 @@
+#include <QDirIterator>
+#include <QFile>
+#include <QMap>
+#include <QRawFont>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTest>
+#include <QTranslator>
+#include <QXmlStreamReader>
+
+namespace {
+
+using Key = QPair<QString, QString>; // context, source text
+using Catalogue = QMap<Key, QString>; // an unfinished entry has no translation
+
+QString readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+Catalogue readCatalogue(const QString &language)
+{
+    Catalogue catalogue;
+    const auto path = QStringLiteral(VORN_SOURCE_DIR "/qml/internationalization/os_language_%1.ts");
+    QXmlStreamReader xml(readAll(path.arg(language)));
+    Key key;
+    while (!xml.atEnd()) {
+        const bool isStart = xml.readNext() == QXmlStreamReader::StartElement;
+        if (isStart && xml.name() == QLatin1String("name")) {
+            key.first = xml.readElementText();
+        } else if (isStart && xml.name() == QLatin1String("source")) {
+            key.second = xml.readElementText();
+        } else if (isStart && xml.name() == QLatin1String("translation")) {
+            const bool isFinished = !xml.attributes().hasAttribute(QLatin1String("type"));
+            const QString text = xml.readElementText();
+            catalogue.insert(key, isFinished ? text : QString());
+        }
+    }
+    return catalogue;
+}
+
+// What the QML below `folder` asks the translator for. qsTr() takes the file's name as context.
+QSet<Key> textsUsedBelow(const QString &folder)
+{
+    static const QRegularExpression call(QString::fromLatin1(
+        R"(\b(?:(?:qsTranslate|QT_TRANSLATE_NOOP)\(\s*"(\w+)["],\s*"|(?:qsTr|QT_TR_NOOP)\(\s*")([^"]*)["])"));
+    QSet<Key> used;
+    QDirIterator files(
+        folder, {QStringLiteral("*.qml")}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString qml = readAll(files.next());
+        for (auto found = call.globalMatch(qml); found.hasNext();) {
+            const QRegularExpressionMatch match = found.next();
+            const QString context = match.captured(1);
+            used.insert({context.isEmpty() ? files.fileInfo().baseName() : context,
+                match.captured(2).replace(QLatin1String("\\\\"), QLatin1String("\\"))});
+        }
+    }
+    return used;
+}
+
+} // namespace
+
+class TestTranslations : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyTextIsTranslatedAndDrawable_data();
+    void everyTextIsTranslatedAndDrawable();
+    void sceneAndCatalogueAgree();
+};
+
+void TestTranslations::everyTextIsTranslatedAndDrawable_data()
+{
+    QTest::addColumn<QString>("language");
+    for (const char *language : {"English", "ChineseSimpilifed", "ChineseTraditional", "German",
+             "Indonesia", "Rusia", "Arab"}) {
+        QTest::newRow(language) << QString::fromLatin1(language);
+    }
+}
+
+void TestTranslations::everyTextIsTranslatedAndDrawable()
+{
+    QFETCH(QString, language);
+    QTranslator built;
+    QVERIFY(built.load(QStringLiteral(":/internationalization/os_language_") + language));
+    const QRawFont han(QStringLiteral(":/fonts/vorn-subset.ttf"), 16);
+    const QRawFont arabic(QStringLiteral(":/fonts/vorn-subset-arabic.ttf"), 16);
+    QString drawn = QString::fromUtf8("English中文繁體IndonesiaРусскийDeutsch%0123456789");
+
+    const Catalogue catalogue = readCatalogue(language);
+    QCOMPARE(catalogue.keys(), readCatalogue(QStringLiteral("English")).keys());
+    for (auto entry = catalogue.cbegin(); entry != catalogue.cend(); ++entry) {
+        const auto &[context, source] = entry.key();
+        QVERIFY2(!entry->trimmed().isEmpty(), qPrintable(source));
+        QCOMPARE(built.translate(qPrintable(context), qPrintable(source)), *entry);
+        QCOMPARE(entry->count(QLatin1String("%1")), source.count(QLatin1String("%1")));
+        if (source.contains(QRegularExpression(QString::fromLatin1(R"([/\\])")))) {
+            QCOMPARE(*entry, source); // a path
+        }
+        drawn += *entry;
+    }
+    const QVector<uint> characters = drawn.toUcs4();
+    for (const uint character : characters) {
+        QVERIFY2(han.supportsCharacter(character) || arabic.supportsCharacter(character),
+            qPrintable(QString::fromUcs4(&character, 1)));
+    }
+}
+
+void TestTranslations::sceneAndCatalogueAgree()
+{
+    static const QSet<QString> retired{QStringLiteral("< Return"), QStringLiteral("Change path"),
+        QStringLiteral("Directory:"), QStringLiteral("Enter some text..."),
+        QStringLiteral("Low latency, no lag"), QStringLiteral("Simple,Easy,Stable"),
+        QStringLiteral("New generation acceleration engine, adapt to multi-platform network")};
+    QSet<Key> used = textsUsedBelow(QStringLiteral(VORN_SOURCE_DIR "/qml"));
+    used.unite(textsUsedBelow(QStringLiteral(VORN_SOURCE_DIR "/packaging/uninstall")));
+    const QList<Key> known = readCatalogue(QStringLiteral("English")).keys();
+    for (const Key &key : known) {
+        QVERIFY2(used.remove(key) || retired.contains(key.second), qPrintable(key.second));
+    }
+    for (const Key &key : qAsConst(used)) {
+        QFAIL(qPrintable(QStringLiteral("not translated: ") + key.second));
+    }
+}
+
+QTEST_MAIN(TestTranslations)
+#include "tst_translations.moc"
