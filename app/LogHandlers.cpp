@@ -1,0 +1,104 @@
+#include "app/LogHandlers.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QMutex>
+#include <QMutexLocker>
+#include <cstdio>
+
+#include "base/ExecutableDirectory.h"
+
+bool isDebug = VORN_LOG_TO_FILE;
+bool openAllprint = VORN_LOG_EVERYTHING;
+
+namespace {
+
+// Writing to a file that did not open makes Qt warn, and that warning would come back into the
+// handler that holds the mutex.
+void appendLine(const QString &path, const QString &line)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+        return;
+    }
+    file.write(line.toUtf8() + "\r\n");
+    file.flush();
+}
+
+// Warnings are filed as errors: "errorlog.txt" is what support asks users for.
+QString levelTag(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return QStringLiteral("[Debug]");
+    case QtWarningMsg:
+        return QStringLiteral("[Error]");
+    case QtCriticalMsg:
+        return QStringLiteral("[Critical]");
+    case QtFatalMsg:
+        return QStringLiteral("[Fatal]");
+    case QtInfoMsg:
+        return QStringLiteral("[Info]");
+    }
+    return {};
+}
+
+QString levelWord(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return QStringLiteral("Debug:");
+    case QtWarningMsg:
+        return QStringLiteral("Warning:");
+    case QtCriticalMsg:
+        return QStringLiteral("Critical:");
+    case QtFatalMsg:
+        return QStringLiteral("Fatal:");
+    case QtInfoMsg:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+void kqMessageOutput(QtMsgType type, const QMessageLogContext &context, const QString &msg)
+{
+    const QString time =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+    const QString tag = levelTag(type);
+    // Concatenated, for a message may itself hold "%1".
+    QString fileLine = tag + "[" + time + "][Line:" + QString::number(context.line)
+        + "][Function:" + QLatin1String(context.function) + "][msg:" + msg + "]\r\n";
+    QString consoleLine = tag + msg + "\r\n";
+    if (type == QtDebugMsg && !isDebug) {
+        fileLine.clear();
+        consoleLine.clear();
+    }
+
+    if (openAllprint) {
+        static QMutex mutex;
+        const QMutexLocker locker(&mutex);
+        appendLine(executableDirectory() + "/log.txt", fileLine);
+    } else if (tag == QLatin1String("[Error]")) {
+        static QMutex mutex;
+        const QMutexLocker locker(&mutex);
+        appendLine(executableDirectory() + "/errorlog.txt", fileLine);
+    }
+
+    std::fprintf(stdout, "%s\n", consoleLine.toLocal8Bit().constData());
+    std::fflush(stdout);
+}
+
+void outputMessage(QtMsgType type, const QMessageLogContext &context, const QString &msg)
+{
+    static QMutex mutex;
+    const QMutexLocker locker(&mutex);
+
+    const QString place = "File:(" + QString(QLatin1String(context.file)) + ") Line:("
+        + QString::number(context.line) + ")";
+    const QString time =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss ddd"));
+    appendLine(
+        QStringLiteral("log.txt"), levelWord(type) + " " + place + " " + msg + " (" + time + ")");
+}

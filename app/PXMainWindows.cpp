@@ -1,0 +1,104 @@
+#include "app/PXMainWindows.h"
+
+#include <QCoreApplication>
+#include <QQmlEngine>
+#include <QQuickItem>
+
+#include "app/MyNetworkAccessManagerFactory.h"
+#include "base/DebugLine.h"
+#include "settings/DataManager.h"
+
+namespace {
+
+struct SceneConnection {
+    const char *signal;
+    const char *slot;
+};
+
+// A scene may lack one of these signals, as the installer's lacks showWindows(): Qt warns and the
+// others are connected.
+constexpr SceneConnection sceneConnections[] = {
+    {SIGNAL(send_drag(int, int)), SLOT(slot_drag(int, int))},
+    {SIGNAL(closeWindows()), SLOT(onCloseWindows())},
+    {SIGNAL(miniWindows()), SLOT(onMiniWindows())},
+    {SIGNAL(hideWindows()), SLOT(onHideWindows())},
+    {SIGNAL(showWindows()), SLOT(onShowWindows())},
+};
+
+// Engines may ask the factory for a manager as long as they live, so it stays to the end.
+MyNetworkAccessManagerFactory *networkFactory()
+{
+    static auto *const factory = new MyNetworkAccessManagerFactory;
+    return factory;
+}
+
+Qt::WindowFlags windowFlags(const QString &systemType)
+{
+    if (systemType == QLatin1String("linux")) {
+        return Qt::FramelessWindowHint;
+    }
+    return Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
+        | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint;
+}
+
+} // namespace
+
+PXMainWindows::PXMainWindows(QWindow *parent)
+    : QQuickView(parent)
+{
+    const QString systemType = DataManager::getInstance()->getSystemType();
+    debugLine() << "sys:" << systemType;
+    setFlags(windowFlags(systemType));
+    setColor(Qt::transparent);
+    setSource(QUrl(QStringLiteral("qrc:/main.qml")));
+    m_root = rootObject();
+    engine()->setNetworkAccessManagerFactory(networkFactory());
+
+    for (const SceneConnection &connection : sceneConnections) {
+        connect(m_root, connection.signal, this, connection.slot);
+    }
+    connect(this, SIGNAL(widthChanged(int)), this, SLOT(onWidthChanged(int)));
+    connect(engine(), SIGNAL(quit()), QCoreApplication::instance(), SLOT(quit()));
+    show();
+}
+
+PXMainWindows::~PXMainWindows()
+{
+    if (!m_root) {
+        return;
+    }
+    for (const SceneConnection &connection : sceneConnections) {
+        disconnect(m_root, connection.signal, this, connection.slot);
+    }
+    delete m_root;
+    m_root = nullptr;
+}
+
+void PXMainWindows::slot_drag(int x, int y)
+{
+    setX(this->x() + x);
+    setY(this->y() + y);
+}
+
+void PXMainWindows::onCloseWindows()
+{
+    close();
+    QCoreApplication::quit();
+    QCoreApplication::exit(0);
+}
+
+void PXMainWindows::onMiniWindows() { showMinimized(); }
+
+void PXMainWindows::onHideWindows() { hide(); }
+
+void PXMainWindows::onShowWindows()
+{
+    requestActivate();
+    show();
+}
+
+void PXMainWindows::onWidthChanged(int w)
+{
+    debugLine() << "width--------------------------------->" << w;
+    QMetaObject::invokeMethod(m_root, "onPXWidthChanged", Q_ARG(QVariant, w));
+}

@@ -1,0 +1,53 @@
+#include "app/StartUp.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QScreen>
+#include <QtQml>
+
+#include "api/KQHttpManager.h"
+#include "installer/Operating.h"
+#include "settings/DataManager.h"
+
+void preferX11()
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    }
+}
+
+void useSoftwareSceneGraph() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
+
+void setUpFonts()
+{
+    QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/vorn-subset.ttf"));
+    QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/vorn-subset-arabic.ttf"));
+    QFont font;
+    font.setFamily(QStringLiteral("Microsoft YaHei UI"));
+    QApplication::setFont(font);
+}
+
+void registerQmlTypes()
+{
+    qRegisterMetaType<QList<QObject *>>();
+    qRegisterMetaType<UpdateInfo>();
+    qmlRegisterType<KQHttpManager>("VORN.KQHttpManager", 1, 0, "KQHttpManager");
+    qmlRegisterType<Operating>("VORN.Operating", 1, 0, "Operating");
+    qmlRegisterSingletonType<DataManager>(
+        "VORN.DataManager", 1, 0, "DataManager", virtualDataManager);
+}
+
+void centreOnPrimaryScreen(QWindow &window)
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!screen) {
+        return;
+    }
+    const QRect desktop = screen->geometry();
+    window.setX((desktop.width() - window.width()) / 2);
+    window.setY((desktop.height() - window.height()) / 2);
+}

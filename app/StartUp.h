@@ -1,0 +1,22 @@
+#pragma once
+
+class QWindow;
+
+// What has to stand before the scene is loaded.
+
+// Before the application object: X11 comes first, since Wayland ignores window moves, unless the
+// user asked for a platform. The choice does not reach the programs that the installer starts.
+void preferX11();
+
+// Before the first window: the software scene graph needs no OpenGL driver, starts faster than any
+// and gives a window with an alpha channel.
+void useSoftwareSceneGraph();
+
+// The application font, and subset fonts that hold every character of the translations: a bare
+// system has no Chinese font.
+void setUpFonts();
+
+// The back-end classes as the scene imports them.
+void registerQmlTypes();
+
+void centreOnPrimaryScreen(QWindow &window);

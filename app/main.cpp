@@ -1,0 +1,34 @@
+#include <QApplication>
+#include <QIcon>
+
+#include "app/LogHandlers.h"
+#include "app/PXMainWindows.h"
+#include "app/StartUp.h"
+#include "installer/Operating.h"
+#include "settings/DataManager.h"
+
+int main(int argc, char *argv[])
+{
+    preferX11();
+    useSoftwareSceneGraph();
+    QApplication application(argc, argv);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/image/small.ico")));
+    if (isDebug) {
+        qInstallMessageHandler(kqMessageOutput);
+    }
+    DataManager *settings = DataManager::getInstance();
+    setUpFonts();
+    registerQmlTypes();
+    settings->changeLanguage(settings->languageTypeTransToInt(settings->getSoftUseLanguage()));
+
+    PXMainWindows window;
+    centreOnPrimaryScreen(window);
+    const int exitCode = QApplication::exec();
+
+    // A copy that is still running would put the bundle's own settings over those written here.
+    window.hide();
+    Operating::waitForCopies();
+    settings->writeDataToFile(settings->getInstallPath() + "/");
+    settings->writeDataToFile(QString());
+    return exitCode;
+}
