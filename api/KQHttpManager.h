@@ -24,7 +24,8 @@ public:
     // Transport.
     void createHttpHeader(QNetworkRequest &request);
     void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value);
-    void httpRequestFormdate(QString url, QHttpMultiPart *multiPart); // the form goes with its reply
+    void httpRequestFormdate(
+        QString url, QHttpMultiPart *multiPart); // the form goes with its reply
     Q_INVOKABLE void httpRequestDirect(QString url); // unsigned GET
     void dealJsonData(QNetworkReply *reply, QByteArray body);
     void dealReplyTimeOut(QString url);

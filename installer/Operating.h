@@ -34,7 +34,8 @@ public:
     Q_INVOKABLE bool createfile(const QString &filePath, bool overwrite);
     Q_INVOKABLE QString getCurrentPath() const;
 
-    // Launchers and desktop entries. ---------------------------------------------------------------
+    // Launchers and desktop entries.
+    // ---------------------------------------------------------------
 
     Q_INVOKABLE bool creatVornRunShell(); // into the working directory, as the next one
     Q_INVOKABLE bool creatUninstallRunShell();
@@ -43,7 +44,8 @@ public:
     Q_INVOKABLE bool addAutoStartUp();
     Q_INVOKABLE bool deleteAutoStartUp();
 
-    // Processes and external commands. -------------------------------------------------------------
+    // Processes and external commands.
+    // -------------------------------------------------------------
 
     Q_INVOKABLE bool doOtherExe(const QString &path, const QStringList &args);
     Q_INVOKABLE bool killProcess(const QString &name); // always false
@@ -84,7 +86,8 @@ public:
     Q_INVOKABLE bool removeRegValue(const QString &key, const QString &name);
     Q_INVOKABLE bool deleteFileAfterUninstall();
 
-    // Probes. --------------------------------------------------------------------------------------
+    // Probes.
+    // --------------------------------------------------------------------------------------
 
     Q_INVOKABLE QStringList getMac();
     Q_INVOKABLE uint IPV4StringToInteger(const QString &ip); // 0 unless there are four parts

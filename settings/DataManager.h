@@ -58,7 +58,10 @@ public:
     Q_INVOKABLE QString getAppStoreDownloadUrl() const { return appStoreDownloadUrl; }
     Q_INVOKABLE void setAppStoreDownloadUrl(const QString &value) { appStoreDownloadUrl = value; }
     Q_INVOKABLE QString getGooglePlayDownloadUrl() const { return googlePlayDownloadUrl; }
-    Q_INVOKABLE void setGooglePlayDownloadUrl(const QString &value) { googlePlayDownloadUrl = value; }
+    Q_INVOKABLE void setGooglePlayDownloadUrl(const QString &value)
+    {
+        googlePlayDownloadUrl = value;
+    }
     Q_INVOKABLE QString getSupportProtocols() const { return supportProtocols; }
     Q_INVOKABLE void setSupportProtocols(const QString &value) { supportProtocols = value; }
     Q_INVOKABLE int getSpeedLimit() const { return speedLimit; }
@@ -129,7 +132,10 @@ public:
     void setUserInfo(const UserInfo &value) { userInfo = value; }
     UpdateInfo getUpdateInfo() const { return updateInfo; }
     void setUpdateInfo(const UpdateInfo &value) { updateInfo = value; }
-    QList<LineFeedbackQuestion> getLineFeedbackQuestionList() const { return lineFeedbackQuestionList; }
+    QList<LineFeedbackQuestion> getLineFeedbackQuestionList() const
+    {
+        return lineFeedbackQuestionList;
+    }
     void setLineFeedbackQuestionList(const QList<LineFeedbackQuestion> &value)
     {
         lineFeedbackQuestionList = value;
@@ -160,8 +166,8 @@ public:
     Q_INVOKABLE void changeLineUsedNum(int lineId, QString lineArea);
     Q_INVOKABLE void deleteCommonUsedLine(int lineId); // kept as an entry point; does nothing
 
-    // Feedback questions in the given language ("_en", "_de", ...). The objects belong to the store;
-    // the next call releases them.
+    // Feedback questions in the given language ("_en", "_de", ...). The objects belong to the
+    // store; the next call releases them.
     Q_INVOKABLE QList<QObject *> getLineFeekbackQuestionByLauguage(QString language);
 
     // Sign-in results that the browser hands back. False when the text is not one of its kind.
