@@ -39,7 +39,6 @@ public:
     std::string GetRandStr();
 
 private:
-    std::string m_alphabet;
     std::string m_key;
     long long m_timeStamp; // milliseconds since the Unix epoch
 };

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <initializer_list>
+
 #include "settings/CommonUsedArea.h"
 #include "settings/LineFeedbackQuestion.h"
 #include "settings/UpdateInfo.h"
@@ -12,6 +14,7 @@
 
 class QJSEngine;
 class QQmlEngine;
+class QTranslator;
 
 // The process-wide settings and session state. GUI thread only. Setters store and say nothing;
 // what has to survive the process is written by the file operations, when a caller asks for it.
@@ -146,46 +149,53 @@ public:
 
     // Language. An index outside 0..4 means English.
     Q_INVOKABLE void changeLanguage(int languageIndex);
-    Q_INVOKABLE int languageTypeTransToInt(QString type) const;
+    Q_INVOKABLE int languageTypeTransToInt(const QString &type) const;
     Q_INVOKABLE QString languageTypeTransToString(int type) const; // empty outside 0..4
 
     // Files. path is put before the file's name as it stands, so a directory ends in "/". A writer
     // returns true whatever happened; a reader returns false when its file cannot be opened
     // (readChannel: true). What cannot be parsed changes nothing.
-    Q_INVOKABLE bool writeDataToFile(QString path);
-    Q_INVOKABLE bool readDataFromFile(QString path);
-    Q_INVOKABLE bool writeVersionInfoToFile(QString path);
-    Q_INVOKABLE bool readVersionInfoFromFile(QString path);
-    Q_INVOKABLE bool writeCommonUsedLineToFile(QString path);
-    Q_INVOKABLE bool readCommonUsedLineFromFile(QString path); // appends to what is there
-    Q_INVOKABLE bool writeUpdateInfoToFile(UpdateInfo updateInfo); // into the working directory
+    Q_INVOKABLE bool writeDataToFile(const QString &path);
+    Q_INVOKABLE bool readDataFromFile(const QString &path);
+    Q_INVOKABLE bool writeVersionInfoToFile(const QString &path);
+    Q_INVOKABLE bool readVersionInfoFromFile(const QString &path);
+    Q_INVOKABLE bool writeCommonUsedLineToFile(const QString &path);
+    Q_INVOKABLE bool readCommonUsedLineFromFile(const QString &path); // appends to what is there
+    Q_INVOKABLE bool writeUpdateInfoToFile(const UpdateInfo &info); // into the working directory
     Q_INVOKABLE bool readUpdateInfoFromFile(); // from the working directory
-    Q_INVOKABLE bool readChannel(QString path);
+    Q_INVOKABLE bool readChannel(const QString &path);
 
     // Frequently used lines.
-    Q_INVOKABLE void changeLineUsedNum(int lineId, QString lineArea);
+    Q_INVOKABLE void changeLineUsedNum(int lineId, const QString &lineArea);
     Q_INVOKABLE void deleteCommonUsedLine(int lineId); // kept as an entry point; does nothing
 
     // Feedback questions in the given language ("_en", "_de", ...). The objects belong to the
     // store; the next call releases them.
-    Q_INVOKABLE QList<QObject *> getLineFeekbackQuestionByLauguage(QString language);
+    Q_INVOKABLE QList<QObject *> getLineFeekbackQuestionByLauguage(const QString &language);
 
     // Sign-in results that the browser hands back. False when the text is not one of its kind.
-    Q_INVOKABLE bool analysisGoogleInfo(QString info);
-    Q_INVOKABLE bool analysisFacebookInfo(QString info);
+    Q_INVOKABLE bool analysisGoogleInfo(const QString &info);
+    Q_INVOKABLE bool analysisFacebookInfo(const QString &info);
 
 public slots:
     // Relay from the single-instance message channel to the scene.
-    void externMessageReceived(QString message);
+    void externMessageReceived(const QString &message);
 
 signals:
     void languageChanged();
-    void sendExternMessageReceived(QString message);
+    void sendExternMessageReceived(const QString &message);
 
 private:
+    struct Tables;
+    struct SignInField;
+
     DataManager();
     void getSystemDpiScale();
+    void fillLanguageNames();
     void sortCommonUsedAreas();
+    void takeSignInFields(const QString &text, std::initializer_list<SignInField> known);
+    QString getSession() const { return userInfo.getSession(); }
+    void setSession(const QString &value) { userInfo.setSession(value); }
 
     UpdateInfo updateInfo;
     UserInfo userInfo;
@@ -239,6 +249,7 @@ private:
     bool isTestMode = false;
     int currentLanguageIndex = 0;
     QList<QObject *> m_questionsForQml; // children of this object
+    QList<QTranslator *> m_translators; // one for each change of language, never removed
 };
 
 // Provider of the QML singleton. The engine does not own what it returns.

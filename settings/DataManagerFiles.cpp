@@ -1,0 +1,173 @@
+#include "settings/DataManager.h"
+
+#include <QFile>
+#include <QJsonArray>
+
+#include "base/DebugLine.h"
+#include "settings/JsonFile.h"
+
+// Which key of which file stands for which member. The rows are in the order of reading.
+struct DataManager::Tables {
+    static constexpr JsonField<DataManager> settings[] = {
+        {"isBootUp", &DataManager::isBootUp},
+        {"isMinToTray", &DataManager::isMinToTray},
+        {"isAutoLogin", &DataManager::isAutoLogin},
+        {"userName", &DataManager::userName},
+        {"userPassword", &DataManager::userPassword},
+        {"session", JsonText<DataManager>{&DataManager::getSession, &DataManager::setSession}},
+        {"softUseLanguage", &DataManager::softUseLanguage},
+        {"installPath", &DataManager::installPath},
+        {"isInstallP2p", &DataManager::isInstallP2p},
+        {"isPushPingLog", &DataManager::isPushPingLog},
+        {"isPopupTips", &DataManager::isPopupTips},
+        {"isFeedbackLine", &DataManager::isFeedbackLine},
+        {"vpnModel", &DataManager::vpnModel},
+        // Files older than the visitor login lack the key and must not switch it off.
+        {"isVisitorLogin", &DataManager::isVisitorLogin, true},
+    };
+    static constexpr JsonField<DataManager> version[] = {
+        {"softVersion", &DataManager::softVersion},
+        {"softShowVersion", &DataManager::softShowVersion},
+    };
+    static constexpr JsonField<DataManager> channel[] = {
+        {"channel", &DataManager::channel},
+    };
+    static constexpr JsonField<UpdateInfo> update[] = {
+        {"updateUrl", &UpdateInfo::updateUrl},
+        {"version", &UpdateInfo::version},
+        {"versionShow", &UpdateInfo::versionShow},
+    };
+    static constexpr JsonField<CommonUsedArea> area[] = {
+        {"lineArea", &CommonUsedArea::lineArea},
+        {"usedNum", &CommonUsedArea::usedNum},
+    };
+    static constexpr JsonField<CommonUsedLine> line[] = {
+        {"lineId", &CommonUsedLine::lineId},
+        {"usedNum", &CommonUsedLine::usedNum},
+    };
+};
+
+namespace {
+
+QString settingsFile(const QString &path) { return path + QLatin1String("VornData.json"); }
+QString versionFile(const QString &path) { return path + QLatin1String("VersionInfo.json"); }
+QString usedLinesFile(const QString &path) { return path + QLatin1String("CommonUsedLine.json"); }
+QString channelFile(const QString &path) { return path + QLatin1String("Channel.json"); }
+QString updateFile() { return QStringLiteral("UpdateInfo.json"); }
+
+QByteArray indented(const QJsonObject &object) { return QJsonDocument(object).toJson(); }
+
+constexpr auto usedLinesKey = QLatin1String("lineUsedList");
+
+} // namespace
+
+bool DataManager::writeDataToFile(const QString &path)
+{
+    debugLine() << "softUseLanguage:" << softUseLanguage;
+    // It holds the password in plain text.
+    JsonFile::write(settingsFile(path), indented(JsonFile::object(*this, Tables::settings)),
+        JsonFile::Access::OwnerOnly);
+    return true;
+}
+
+bool DataManager::readDataFromFile(const QString &path)
+{
+    const auto document = JsonFile::read(settingsFile(path));
+    if (document && document->isObject()) {
+        JsonFile::fill(*this, document->object(), Tables::settings);
+        debugLine() << "[userName]:" << userName;
+        debugLine() << "[userPassword]:" << userPassword;
+    }
+    return document.has_value();
+}
+
+bool DataManager::writeVersionInfoToFile(const QString &path)
+{
+    debugLine() << "writeVersionInfoToFile";
+    JsonFile::write(versionFile(path), indented(JsonFile::object(*this, Tables::version)));
+    return true;
+}
+
+bool DataManager::readVersionInfoFromFile(const QString &path)
+{
+    const QString file = versionFile(path);
+    if (!QFile::exists(file)) {
+        debugLine() << "版本文件不存在";
+        return false;
+    }
+    debugLine() << "版本文件存在";
+    debugLine() << "版本文件路径" << file;
+    const auto document = JsonFile::read(file, "readVersionInfoFromFile line:");
+    if (document && document->isObject()) {
+        debugLine() << "把json文档转换为json对象";
+        JsonFile::fill(*this, document->object(), Tables::version);
+        debugLine() << "[softVersion]:" << softVersion;
+        debugLine() << "[softShowVersion]:" << softShowVersion;
+    }
+    return document.has_value();
+}
+
+bool DataManager::writeUpdateInfoToFile(const UpdateInfo &info)
+{
+    JsonFile::write(updateFile(), indented(JsonFile::object(info, Tables::update)));
+    return true;
+}
+
+bool DataManager::readUpdateInfoFromFile()
+{
+    const auto document = JsonFile::read(updateFile());
+    if (document && document->isObject()) {
+        JsonFile::fill(updateInfo, document->object(), Tables::update);
+    }
+    return document.has_value();
+}
+
+bool DataManager::readChannel(const QString &path)
+{
+    const auto document = JsonFile::read(channelFile(path));
+    if (document && document->isObject()) {
+        JsonFile::fill(*this, document->object(), Tables::channel);
+    }
+    return true;
+}
+
+bool DataManager::writeCommonUsedLineToFile(const QString &path)
+{
+    sortCommonUsedAreas();
+    QJsonArray areas;
+    for (const CommonUsedArea &area : qAsConst(commonUsedAreaList)) {
+        QJsonArray lines;
+        for (const CommonUsedLine &line : area.lineUsedList) {
+            lines.append(JsonFile::object(line, Tables::line));
+        }
+        QJsonObject object = JsonFile::object(area, Tables::area);
+        object.insert(usedLinesKey, lines);
+        areas.append(object);
+    }
+    JsonFile::write(usedLinesFile(path), QJsonDocument(areas).toJson(QJsonDocument::Compact));
+    return true;
+}
+
+bool DataManager::readCommonUsedLineFromFile(const QString &path)
+{
+    const auto document = JsonFile::read(usedLinesFile(path));
+    if (!document) {
+        return false;
+    }
+    const QJsonArray areas = document->array();
+    debugLine() << "常用地区个数:" << areas.size();
+    for (const QJsonValue &element : areas) {
+        const QJsonObject object = element.toObject();
+        CommonUsedArea area;
+        JsonFile::fill(area, object, Tables::area);
+        const QJsonArray lines = object.value(usedLinesKey).toArray();
+        for (const QJsonValue &entry : lines) {
+            CommonUsedLine line;
+            JsonFile::fill(line, entry.toObject(), Tables::line);
+            area.lineUsedList.append(line);
+        }
+        debugLine() << "常用线路个数:" << area.lineUsedList.size();
+        commonUsedAreaList.append(area);
+    }
+    return true;
+}
