@@ -7,7 +7,16 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QObject>
+#include <QPair>
 #include <QString>
+
+#include "api/Endpoints.h"
+#include "api/IpCheck.h"
+#include "api/LinkLog.h"
+#include "api/SearchWordList.h"
+
+class DataManager;
+class FreshConnections;
 
 // The client of the server API, created by the scene. Every operation returns at once; its outcome
 // arrives as the signal named after it, a time-out as sendTimeOutInterface(), a transport error as
@@ -145,6 +154,33 @@ signals:
     void sendLineFeedBackQuestions(bool ok, QString msg);
 
     void lineInfoStatus(bool status, QString message);
+
+private:
+    // Names and values of the form's fields, sent as UTF-8 in this order.
+    using Form = QList<QPair<QString, QString>>;
+
+    void post(Request request, const Form &form = {});
+    const Endpoint *findEndpointOfUrl(const QString &url) const;
+    void sendLinkLog(const LineLinkInfo &record);
+
+    void dealDiscoveryFile(const QByteArray &body);
+    void dealLookupAnswer(const QByteArray &body);
+    void dealLookupError();
+    void retryLookup();
+    void releaseDirectReplies();
+
+    DataManager *m_dataManager;
+    FreshConnections *m_connections;
+    QString m_baseAddress; // scheme and host, no trailing slash
+    QString m_testDomainName;
+    QString m_ipLookupAddress;
+    QByteArray m_osVersion;
+    QByteArray m_mac; // empty without an adapter
+    bool m_replyHandled = true;
+    QList<QNetworkReply *> m_directReplies; // discovery files not answered yet
+    IpCheck m_ipCheck;
+    LinkLog m_linkLog;
+    SearchWordList m_searchWords;
 };
 
 // The same as the member, for code that has no manager at hand.

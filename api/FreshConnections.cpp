@@ -1,0 +1,72 @@
+#include "api/FreshConnections.h"
+
+#include <algorithm>
+
+#include <QHttpMultiPart>
+#include <QNetworkAccessManager>
+#include <QNetworkCookieJar>
+#include <QNetworkProxy>
+#include <QNetworkReply>
+
+namespace {
+
+bool hasRunningReply(const QNetworkAccessManager *manager)
+{
+    const auto replies =
+        manager->findChildren<QNetworkReply *>(QString(), Qt::FindDirectChildrenOnly);
+    return std::any_of(replies.cbegin(), replies.cend(),
+        [](const QNetworkReply *reply) { return reply->isRunning(); });
+}
+
+} // namespace
+
+FreshConnections::FreshConnections(QObject *parent)
+    : QObject(parent)
+    , m_current(createManager())
+{
+}
+
+QNetworkReply *FreshConnections::post(const QNetworkRequest &request, QHttpMultiPart *form)
+{
+    renew(&QNetworkAccessManager::clearConnectionCache);
+    QNetworkReply *reply = m_current->post(request, form);
+    form->setParent(reply);
+    return reply;
+}
+
+QNetworkReply *FreshConnections::getFresh(const QNetworkRequest &request)
+{
+    renew(&QNetworkAccessManager::clearAccessCache);
+    return m_current->get(request);
+}
+
+QNetworkReply *FreshConnections::get(const QNetworkRequest &request)
+{
+    return m_current->get(request);
+}
+
+void FreshConnections::renew(void (QNetworkAccessManager::*clear)())
+{
+    if (!hasRunningReply(m_current)) {
+        (m_current->*clear)();
+        return;
+    }
+    QNetworkAccessManager *retired = m_current;
+    connect(retired, &QNetworkAccessManager::finished, retired, [retired] {
+        if (!hasRunningReply(retired)) {
+            retired->deleteLater();
+        }
+    });
+    m_current = createManager();
+    // The jar is one for all; without the new parent it would go with the first manager.
+    QNetworkCookieJar *cookies = retired->cookieJar();
+    m_current->setCookieJar(cookies);
+    cookies->setParent(this);
+}
+
+QNetworkAccessManager *FreshConnections::createManager()
+{
+    auto *manager = new QNetworkAccessManager(this);
+    manager->setProxy(QNetworkProxy(QNetworkProxy::NoProxy));
+    return manager;
+}

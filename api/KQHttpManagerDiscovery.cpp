@@ -1,0 +1,219 @@
+#include "api/KQHttpManager.h"
+
+#include <stdexcept>
+
+#include <QJsonDocument>
+#include <QLocale>
+#include <QTimer>
+
+#include "api/FreshConnections.h"
+#include "base/DebugLine.h"
+#include "base/Deployment.h"
+#include "crypto/Encryption.h"
+#include "installer/Operating.h"
+#include "settings/DataManager.h"
+
+namespace {
+
+constexpr int lookupRetryDelay = 3000; // milliseconds
+
+// A discovery file is one line, a lookup's answer a few. Nothing watches the time of these
+// requests, so a longer body is cut, which counts as an error of that reply.
+constexpr qint64 directSizeLimit = 1024 * 1024;
+
+QString decipher(const QByteArray &text)
+{
+    try {
+        return QString::fromStdString(Encryption().decode(text.toStdString()));
+    } catch (const std::out_of_range &) {
+        return {};
+    }
+}
+
+} // namespace
+
+void KQHttpManager::getDomainNameFromWeb()
+{
+    releaseDirectReplies();
+    if (m_dataManager->getIsTestMode()) {
+        m_baseAddress = m_testDomainName;
+        m_dataManager->setDomainName(m_baseAddress);
+        m_dataManager->setTestDomainName(m_testDomainName);
+        emit domainNameFromWebStatus(true);
+        return;
+    }
+    for (const QString &address : qAsConst(Deployment::current().mirrorAddresses)) {
+        httpRequestDirect(address);
+    }
+}
+
+void KQHttpManager::releaseDirectReplies()
+{
+    const auto replies = std::exchange(m_directReplies, {});
+    for (QNetworkReply *reply : replies) {
+        disconnect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyReadDirect);
+        reply->abort();
+        reply->deleteLater();
+    }
+}
+
+void KQHttpManager::requestWebAddress() { httpRequestDirect(m_ipLookupAddress); }
+
+void KQHttpManager::httpRequestDirect(QString url)
+{
+    if (url.isEmpty()) {
+        return;
+    }
+    const QNetworkRequest request{QUrl(url)};
+    QNetworkReply *reply = nullptr;
+    if (url == m_ipLookupAddress) {
+        reply = m_connections->getFresh(request);
+    } else {
+        m_replyHandled = false;
+        reply = m_connections->get(request);
+        m_directReplies.append(reply);
+    }
+    // Twice the limit: at the limit itself the reply would wait for a reader instead of passing it.
+    reply->setReadBufferSize(2 * directSizeLimit);
+    connect(reply, &QNetworkReply::readyRead, reply, [reply] {
+        if (reply->bytesAvailable() > directSizeLimit) {
+            reply->abort();
+        }
+    });
+    connect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyReadDirect);
+}
+
+void KQHttpManager::replyReadyReadDirect()
+{
+    debugLine() << "请求网页-------------------->";
+    m_replyHandled = true;
+    auto *reply = qobject_cast<QNetworkReply *>(sender());
+    if (reply == nullptr) {
+        return;
+    }
+    reply->deleteLater();
+    // What was not asked for as a discovery file is a lookup. Comparing addresses would not do: the
+    // lookup address may be a part of a mirror's.
+    const bool isLookup = !m_directReplies.removeOne(reply);
+    const QString url = reply->url().toString();
+    if (reply->error() != QNetworkReply::NoError) {
+        debugLine() << "====>应答错误:" << url << " " << reply->errorString();
+        if (isLookup) {
+            dealLookupError();
+        }
+        return;
+    }
+    const QByteArray body = reply->readAll();
+    debugLine() << (isLookup ? m_ipLookupAddress : url) << "返回:" << body;
+    if (isLookup) {
+        dealLookupAnswer(body);
+    } else {
+        dealDiscoveryFile(body);
+    }
+}
+
+void KQHttpManager::dealDiscoveryFile(const QByteArray &body)
+{
+    m_baseAddress = decipher(body);
+    m_dataManager->setDomainName(m_baseAddress);
+    debugLine() << "域名:" << m_baseAddress;
+    const auto losers = std::exchange(m_directReplies, {});
+    for (QNetworkReply *loser : losers) {
+        disconnect(loser, &QNetworkReply::finished, this, &KQHttpManager::replyReadyReadDirect);
+        debugLine() << "replyReadyReadDirect disconnect------>" << loser->url().toString();
+        connect(loser, &QNetworkReply::finished, loser, &QObject::deleteLater);
+    }
+    emit domainNameFromWebStatus(true);
+}
+
+void KQHttpManager::dealLookupError()
+{
+    debugLine() << "应答错误，则再次请求" << m_ipLookupAddress;
+    if (m_ipCheck.failed() == IpCheck::Verdict::Retry) {
+        retryLookup();
+        return;
+    }
+    const QString message = QStringLiteral("应答错误");
+    emit sendGetIpIsProxyIp(false, message + m_ipLookupAddress, message);
+}
+
+void KQHttpManager::dealLookupAnswer(const QByteArray &body)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(body);
+    if (!document.isObject()) {
+        return;
+    }
+    if (!m_ipCheck.isFirstLookup()) {
+        debugLine() << "获取代理的公网IP";
+    }
+    const IpCheck::Verdict verdict = m_ipCheck.answered(document.object());
+    switch (verdict) {
+    case IpCheck::Verdict::OwnAddress:
+        debugLine() << "本机公网IP:" << m_ipCheck.ownAddress();
+        break;
+    case IpCheck::Verdict::Retry:
+        debugLine() << "如果获取到的IP还是公网IP，则再次进行获取";
+        retryLookup();
+        break;
+    default:
+        emit sendGetIpIsProxyIp(verdict == IpCheck::Verdict::Proxied, QString::fromUtf8(body),
+            m_ipCheck.exitAddress().ip);
+    }
+}
+
+void KQHttpManager::retryLookup()
+{
+    QTimer::singleShot(lookupRetryDelay, this, &KQHttpManager::requestWebAddress);
+}
+
+void KQHttpManager::dealWebAddress(QJsonObject &object)
+{
+    debugLine() << "dealWebAddress:" << object;
+}
+
+int KQHttpManager::getGetMyIPNum() const { return m_ipCheck.retries(); }
+
+void KQHttpManager::setGetMyIPNum(int value) { m_ipCheck.setRetries(value); }
+
+void KQHttpManager::resetGetMyIPNum() { m_ipCheck.setRetries(0); }
+
+void KQHttpManager::checkRegion() { post(Request::CheckRegion); }
+
+void KQHttpManager::dealCheckRegion(QJsonObject &object)
+{
+    debugLine() << "dealCheckRegion:" << object;
+    const QJsonObject data = object.value(QLatin1String("data")).toObject();
+    if (object.value(QLatin1String("code")).toInt() != 0
+        || data.value(QLatin1String("wl")).toInt() == 1) {
+        emit sendIsChinaIp(false);
+        return;
+    }
+    Operating operating;
+    emit sendIsChinaIp(!operating.EnableIPInBackCh(data.value(QLatin1String("ip")).toString()));
+}
+
+void KQHttpManager::getLocalLanguage()
+{
+    struct Row {
+        int language; // QLocale::Language
+        const char *name;
+        int index;
+    };
+    // 178 is the number that the product has always known Russian by. It is not QLocale::Russian,
+    // so a Russian system keeps the default language; the scenes and the other clients count on it.
+    static constexpr Row rows[] = {
+        {QLocale::English, "英文", 0},
+        {QLocale::Chinese, "中文", 1},
+        {QLocale::Indonesian, "印度尼西亚", 2},
+        {178, "俄语", 3},
+        {QLocale::German, "德文", 4},
+    };
+    const int language = QLocale().language();
+    for (const Row &row : rows) {
+        if (row.language == language) {
+            debugLine() << "系统语言:" << row.name;
+            emit sendDefaultLanguage(row.index);
+            return;
+        }
+    }
+}

@@ -1,0 +1,178 @@
+#include "api/KQHttpManager.h"
+
+#include <ctime>
+
+#include <QJsonDocument>
+#include <QJsonParseError>
+#include <QMetaEnum>
+
+#include "api/FreshConnections.h"
+#include "api/QReplyTimeout.h"
+#include "api/RequestSignature.h"
+#include "base/DebugLine.h"
+#include "settings/DataManager.h"
+
+namespace {
+
+constexpr int replyTimeOut = 10000; // milliseconds
+
+// No honest reply comes near it. A body that does stops being read there, and the watchdog ends it
+// like any other that does not finish in time.
+constexpr qint64 replySizeLimit = 32 * 1024 * 1024;
+
+} // namespace
+
+void KQHttpManager::createHttpHeader(QNetworkRequest &request)
+{
+    static const QByteArray projectName = QByteArrayLiteral("vornvpn");
+    const auto set = [&request](const char *name, const QByteArray &value) {
+        request.setRawHeader(name, value);
+    };
+    const UserInfo user = m_dataManager->getUserInfo();
+    set("_device_os", m_dataManager->getSystemType().toLocal8Bit());
+    set("_language", m_dataManager->getSoftUseLanguage().toLocal8Bit());
+    set("_os_version", m_osVersion);
+    set("_oem", QByteArrayLiteral("default"));
+    set("_prj_name", projectName);
+    // The server knows the device by its salt, so the salt is the same in every request.
+    set("_salt", m_mac);
+    set("_sn", m_mac);
+    set("_session", user.getSession().toLocal8Bit());
+    if (user.getUid() != 0) {
+        set("_uid", QByteArray::number(user.getUid()));
+    }
+    debugLine() << "_username:" << user.getRadiusUserName();
+    set("_username", user.getRadiusUserName().toLocal8Bit());
+    set("_timestamp", QByteArray::number(static_cast<qint64>(std::time(nullptr))));
+    set("_version", m_dataManager->getSoftVersion().toLocal8Bit());
+    set("_version_show", m_dataManager->getSoftShowVersion().toLocal8Bit());
+    set("_brand", projectName);
+    const QString channel = m_dataManager->getChannel();
+    if (!channel.isEmpty()) {
+        debugLine() << "渠道:" << channel;
+    }
+    set("_channel", channel.isEmpty() ? QByteArrayLiteral("official") : channel.toLocal8Bit());
+
+    RequestHeaders headers;
+    const QList<QByteArray> names = request.rawHeaderList();
+    headers.reserve(names.size());
+    for (const QByteArray &name : names) {
+        headers.append({name, request.rawHeader(name)});
+    }
+    const QByteArray text = signatureText(std::move(headers));
+    debugLine() << "sign:" << QString::fromLocal8Bit(text);
+    set("_sign", signatureOf(text));
+}
+
+void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value)
+{
+    QHttpPart part;
+    part.setHeader(QNetworkRequest::ContentDispositionHeader,
+        QString(QLatin1String("form-data; name=\"") + name + QLatin1Char('"')));
+    part.setBody(value);
+    multiPart->append(part);
+}
+
+void KQHttpManager::addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value)
+{
+    ::addFormData(multiPart, std::move(name), std::move(value));
+}
+
+void KQHttpManager::post(Request request, const Form &form)
+{
+    auto *multiPart = new QHttpMultiPart(QHttpMultiPart::FormDataType);
+    for (const auto &[name, value] : form) {
+        addFormData(multiPart, name, value.toUtf8());
+    }
+    httpRequestFormdate(m_baseAddress + QLatin1String(endpointOf(request).path), multiPart);
+}
+
+void KQHttpManager::httpRequestFormdate(QString url, QHttpMultiPart *multiPart)
+{
+    debugLine() << "接口请求:" << url;
+    m_replyHandled = false;
+    QNetworkRequest request{QUrl(url)};
+    createHttpHeader(request);
+    QNetworkReply *reply = m_connections->post(request, multiPart);
+    reply->setReadBufferSize(replySizeLimit);
+    connect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyRead);
+    auto *watchdog = new QReplyTimeout(reply, replyTimeOut);
+    connect(watchdog, &QReplyTimeout::timeout, this, [this, url, reply] {
+        dealReplyTimeOut(url);
+        disconnect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyRead);
+        reply->deleteLater();
+        reply->abort();
+    });
+}
+
+void KQHttpManager::replyReadyRead()
+{
+    m_replyHandled = true;
+    auto *reply = qobject_cast<QNetworkReply *>(sender());
+    if (reply == nullptr) {
+        return;
+    }
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    debugLine() << "接口应答状态：" << status;
+    if (reply->error() != QNetworkReply::NoError) {
+        const QString url = reply->url().toString();
+        debugLine() << url << "<应答错误:"
+                    << QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(reply->error())
+                    << "><code:" << status << ">";
+        if (url.contains(QLatin1String(endpointOf(Request::PushLinkLog).path))) {
+            m_linkLog.uploadFailed();
+        }
+        emit getHttpCode(status);
+    } else {
+        dealJsonData(reply, reply->readAll());
+    }
+    reply->abort();
+    reply->deleteLater();
+}
+
+void KQHttpManager::dealJsonData(QNetworkReply *reply, QByteArray body)
+{
+    QJsonParseError error{};
+    QJsonObject object = QJsonDocument::fromJson(body, &error).object();
+    if (error.error != QJsonParseError::NoError) {
+        debugLine() << "错误的应答数据:" << object;
+        return;
+    }
+    const QString url = reply->url().toString();
+    debugLine() << "应答接口:" << url << body;
+    if (object.isEmpty()) {
+        debugLine() << "返回数据转json为空------------------------>";
+        return;
+    }
+    const Endpoint *endpoint = findEndpointOfUrl(url);
+    if (endpoint == nullptr) {
+        debugLine() << "无效接口------------------------>";
+        return;
+    }
+    if (endpoint->request == Request::RegisterActive) {
+        debugLine() << "registerActiveInterface:";
+    }
+    (this->*endpoint->deal)(object);
+}
+
+void KQHttpManager::dealReplyTimeOut(QString url)
+{
+    debugLine() << "请求超时" << url;
+    const Endpoint *endpoint = findEndpointOfUrl(url);
+    if (endpoint == nullptr || endpoint->timeOutName == nullptr) {
+        return;
+    }
+    if (endpoint->request == Request::PushLinkLog) {
+        debugLine() << "上传线路连接记录超时，继续上传本次记录";
+        if (const auto record = m_linkLog.head()) {
+            sendLinkLog(*record);
+        }
+    }
+    emit sendTimeOutInterface(QString::fromLatin1(endpoint->timeOutName));
+}
+
+const Endpoint *KQHttpManager::findEndpointOfUrl(const QString &url) const
+{
+    return url.startsWith(m_baseAddress) ? findEndpoint(QStringView(url).mid(m_baseAddress.size()))
+                                         : nullptr;
+}
