@@ -96,23 +96,22 @@ void fromBase64InPlace(std::string &text)
     text.resize(static_cast<std::size_t>(out - text.data()));
 }
 
-// Works in words as long as there is a whole run of the pattern; key must not be empty.
-void xorInPlace(std::string &data, const std::string &key)
+// key must not be empty. Long data is taken word by word: `width` keys are a whole number of words.
+void xorInPlace(std::string &data, std::string key)
 {
     using Word = std::uint64_t;
     constexpr std::size_t width = sizeof(Word);
     std::size_t i = 0;
     if (data.size() / width >= key.size()) {
-        std::string pattern; // `width` keys are a whole number of words
-        for (std::size_t copies = 0; copies < width; ++copies) {
-            pattern += key;
+        for (std::size_t copies = 1; copies < width; copies *= 2) {
+            key += key;
         }
-        for (; data.size() - i >= pattern.size(); i += pattern.size()) {
-            for (std::size_t j = 0; j < pattern.size(); j += width) {
+        for (; data.size() - i >= key.size(); i += key.size()) {
+            for (std::size_t j = 0; j < key.size(); j += width) {
                 Word left = 0;
                 Word right = 0;
                 std::memcpy(&left, data.data() + i + j, width);
-                std::memcpy(&right, pattern.data() + j, width);
+                std::memcpy(&right, key.data() + j, width);
                 left ^= right;
                 std::memcpy(data.data() + i + j, &left, width);
             }
@@ -173,7 +172,7 @@ std::string Encryption::decode(std::string cipher)
 
 std::string Encryption::encode_to_md5(std::string s)
 {
-    const QByteArray bytes = QString::fromStdString(s).toUtf8();
+    const QByteArray bytes = QString::fromUtf8(s.data(), static_cast<int>(s.size())).toUtf8();
     return QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex().toStdString();
 }
 
@@ -194,7 +193,7 @@ std::string Encryption::XorEncode(std::string data, std::string key)
     if (key.empty()) {
         return {};
     }
-    xorInPlace(data, key);
+    xorInPlace(data, std::move(key));
     return data;
 }
 

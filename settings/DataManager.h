@@ -145,7 +145,7 @@ public:
     }
     QList<CommonUsedArea> getCommonUsedAreaList() const { return commonUsedAreaList; }
     void setCommonUsedAreaList(const QList<CommonUsedArea> &value) { commonUsedAreaList = value; }
-    QString getEmptyString() const { return QString(); }
+    QString getEmptyString() const { return {}; }
 
     // Language. An index outside 0..4 means English.
     Q_INVOKABLE void changeLanguage(int languageIndex);
@@ -177,9 +177,8 @@ public:
     Q_INVOKABLE bool analysisGoogleInfo(const QString &info);
     Q_INVOKABLE bool analysisFacebookInfo(const QString &info);
 
-public slots:
     // Relay from the single-instance message channel to the scene.
-    void externMessageReceived(const QString &message);
+    Q_SLOT void externMessageReceived(const QString &message);
 
 signals:
     void languageChanged();

@@ -57,7 +57,7 @@ QString updateFile() { return QStringLiteral("UpdateInfo.json"); }
 
 QByteArray indented(const QJsonObject &object) { return QJsonDocument(object).toJson(); }
 
-constexpr auto usedLinesKey = QLatin1String("lineUsedList");
+QString usedLinesKey() { return QStringLiteral("lineUsedList"); }
 
 } // namespace
 
@@ -141,7 +141,7 @@ bool DataManager::writeCommonUsedLineToFile(const QString &path)
             lines.append(JsonFile::object(line, Tables::line));
         }
         QJsonObject object = JsonFile::object(area, Tables::area);
-        object.insert(usedLinesKey, lines);
+        object.insert(usedLinesKey(), lines);
         areas.append(object);
     }
     JsonFile::write(usedLinesFile(path), QJsonDocument(areas).toJson(QJsonDocument::Compact));
@@ -160,7 +160,7 @@ bool DataManager::readCommonUsedLineFromFile(const QString &path)
         const QJsonObject object = element.toObject();
         CommonUsedArea area;
         JsonFile::fill(area, object, Tables::area);
-        const QJsonArray lines = object.value(usedLinesKey).toArray();
+        const QJsonArray lines = object.value(usedLinesKey()).toArray();
         for (const QJsonValue &entry : lines) {
             CommonUsedLine line;
             JsonFile::fill(line, entry.toObject(), Tables::line);

@@ -18,7 +18,7 @@ template <typename Record> struct JsonText {
 
 // One key of a JSON object and the member of Record that it stands for.
 template <typename Record> struct JsonField {
-    const char *key;
+    const char *key = nullptr;
     std::variant<bool Record::*, int Record::*, QString Record::*, JsonText<Record>> member;
     bool isKeptWhenMissing = false; // else a missing key means false, 0 or an empty text
 };
