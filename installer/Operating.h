@@ -5,6 +5,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
+class CopyListener;
+
 // The installer's work on the host. Everything runs on the calling thread except what a ...Thread
 // name starts on the global thread pool. Failures are told by the result and by a debug line.
 class Operating : public QObject {
@@ -61,7 +65,8 @@ public:
     Q_INVOKABLE bool replaceProtocolProgram();
     Q_INVOKABLE bool deleteCurExeFile(const QString &path);
 
-    // Nothing to do on this system; each returns false.
+    // Nothing to do on this system; each returns false. What a thread of the pool runs is static:
+    // it may outlive the object.
     Q_INVOKABLE bool isFirstInstall();
     Q_INVOKABLE bool stopVornService();
     Q_INVOKABLE bool startVornService();
@@ -69,8 +74,8 @@ public:
     Q_INVOKABLE bool checkServiceIsRunning(const QString &name);
     Q_INVOKABLE bool installServicePlugin();
     Q_INVOKABLE bool uninstallServicePlugin();
-    Q_INVOKABLE bool installServicePluginThread();
-    Q_INVOKABLE bool uninstallServicePluginThread();
+    Q_INVOKABLE static bool installServicePluginThread();
+    Q_INVOKABLE static bool uninstallServicePluginThread();
 
     // Windows only; each returns false here.
     Q_INVOKABLE bool addLinkToDeskTop(const QString &target, const QString &name);
@@ -78,9 +83,9 @@ public:
     Q_INVOKABLE bool addLinkToAppLocation(const QString &target, const QString &name);
     Q_INVOKABLE bool delLinkToAppLocation(const QString &name);
     Q_INVOKABLE bool addStartTask(const QString &name, const QString &path);
-    Q_INVOKABLE bool addStartTaskThread(const QString &name, const QString &path);
+    Q_INVOKABLE static bool addStartTaskThread(const QString &name, const QString &path);
     Q_INVOKABLE bool deleteStartTask(const QString &name);
-    Q_INVOKABLE bool deleteStartTaskThread(const QString &name);
+    Q_INVOKABLE static bool deleteStartTaskThread(const QString &name);
     Q_INVOKABLE bool selectStartTask(const QString &name);
     Q_INVOKABLE bool setRegValue(const QString &key, const QString &name, const QString &value);
     Q_INVOKABLE bool removeRegValue(const QString &key, const QString &name);
@@ -106,4 +111,7 @@ signals:
     // thread that copies.
     void copyDirectorySuccess();
     void sendSystemCmdResult(bool success, QString message);
+
+private:
+    std::shared_ptr<CopyListener> m_copyListener; // shared with the copies that this object started
 };
