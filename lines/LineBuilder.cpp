@@ -1,95 +1,91 @@
 #include "lines/LineBuilder.h"
 
+#include <QCborMap>
 #include <QJsonArray>
-#include <QJsonDocument>
+#include <QJsonValue>
 
+#include <algorithm>
+#include <utility>
+
+#include "lines/Coordinates.h"
 #include "lines/LineInfo.h"
+#include "lines/TextOrNumber.h"
 
 namespace {
 
-constexpr int serverPort = 3000; // the server sends none
+constexpr int constantServerPort = 3000; // the server sends none
 constexpr int fastestPing = 101; // the entry stands in for lines not measured yet
+
+// In the order of LineBuilder::Key.
+constexpr std::array<QLatin1String, LineBuilder::KeyCount> keyTexts = {
+    QLatin1String("country_id"),
+    QLatin1String("id"),
+    QLatin1String("name"),
+    QLatin1String("name_en"),
+    QLatin1String("national_flag"),
+    QLatin1String("ip"),
+    QLatin1String("domain"),
+    QLatin1String("uuid"),
+    QLatin1String("load"),
+    QLatin1String("trans_domain"),
+    QLatin1String("trans_ip"),
+    QLatin1String("trans_port"),
+    QLatin1String("srv_location"),
+};
 
 QString textOf(const QJsonObject &object, QLatin1String key)
 {
     return object.value(key).toString();
 }
 
-// The server sends some values as text in one release and as number in another.
-QString textOrNumberAsText(const QJsonValue &value)
-{
-    return value.isDouble() ? value.toVariant().toString() : value.toString();
-}
-
-int textOrNumberAsInt(const QJsonValue &value)
-{
-    return value.isString() ? value.toString().toInt() : value.toInt();
-}
-
-double textOrNumberAsDouble(const QJsonValue &value)
-{
-    return value.isString() ? value.toString().toDouble() : value.toDouble();
-}
-
-void setCoordinates(LineInfo *record, const QJsonObject &object)
-{
-    record->setLon(textOrNumberAsDouble(object.value(QLatin1String("lon"))));
-    record->setLat(textOrNumberAsDouble(object.value(QLatin1String("lat"))));
-}
-
 LineInfo *fastestEntry(const QString &area)
 {
-    auto *entry = new LineInfo;
-    entry->setLineName(QStringLiteral("Fastest"));
-    entry->setLineArea(area);
-    entry->setLevel(1);
-    entry->setPing(fastestPing);
-    return entry;
+    LineValues entry;
+    entry.lineName = QStringLiteral("Fastest");
+    entry.lineArea = area;
+    entry.level = 1;
+    entry.ping = fastestPing;
+    return new LineInfo(std::move(entry));
 }
 
 } // namespace
 
 LineInfo *LineBuilder::area(const QJsonObject &parent)
 {
-    auto *area = new LineInfo;
-    area->setLevel(0);
-    area->setLineArea(shared(textOf(parent, QLatin1String("name"))));
+    LineValues area;
+    area.lineArea = textOf(parent, QLatin1String("name"));
 
-    QList<QObject *> lines;
     const QJsonArray servers = parent.value(QLatin1String("line")).toArray();
-    lines.reserve(servers.size());
+    area.childItem.reserve(servers.size());
     for (const QJsonValue &value : servers) {
         const QJsonObject server = value.toObject();
-        auto *line = new LineInfo;
-        line->setLevel(1);
-        line->setLineArea(area->getLineArea());
-        line->setLineName(textOf(server, QLatin1String("name")));
-        line->setLineId(textOrNumberAsInt(server.value(QLatin1String("id"))));
-        line->setLineImage(shared(textOf(server, QLatin1String("national_flag"))));
-        line->setServerIp(textOf(server, QLatin1String("ip")));
-        line->setServerPort(serverPort);
-        lines.append(line);
+        LineValues line;
+        line.level = 1;
+        line.lineArea = area.lineArea;
+        line.lineName = textOf(server, QLatin1String("name"));
+        line.lineId = textOrNumberToInt(server.value(QLatin1String("id")));
+        line.lineImage = shared(textOf(server, QLatin1String("national_flag")));
+        line.serverIp = textOf(server, QLatin1String("ip"));
+        line.serverPort = constantServerPort;
+        area.childItem.append(new LineInfo(std::move(line)));
     }
-    area->setChildItem(lines);
-    return area;
+    return new LineInfo(std::move(area));
 }
 
 LineInfo *LineBuilder::areaByCountry(const QJsonObject &country)
 {
-    auto *area = new LineInfo;
-    area->setLevel(0);
-    area->setLineImage(shared(textOf(country, QLatin1String("img"))));
-    area->setLineArea(shared(textOf(country, QLatin1String("name_en"))));
-    setCoordinates(area, country);
-
-    QList<QObject *> lines = linesOfCountry(country);
-    area->setChildItem4Load(lines);
-    if (lines.size() >= 2) {
-        lines.prepend(fastestEntry(area->getLineArea()));
+    LineValues area;
+    area.lineImage = shared(textOf(country, QLatin1String("img")));
+    area.lineArea = shared(textOf(country, QLatin1String("name_en")));
+    area.lon = textOrNumberToDouble(country.value(QLatin1String("lon")));
+    area.lat = textOrNumberToDouble(country.value(QLatin1String("lat")));
+    area.childItem4Load = linesOfCountry(country);
+    area.childItem = area.childItem4Load;
+    if (area.childItem.size() >= 2) {
+        area.childItem.prepend(fastestEntry(area.lineArea));
     }
-    area->setChildItem(lines);
-    area->setServerNum(lines.size());
-    return area;
+    area.serverNum = area.childItem.size();
+    return new LineInfo(std::move(area));
 }
 
 QList<QObject *> LineBuilder::linesOfCountry(const QJsonObject &country)
@@ -106,44 +102,68 @@ QList<QObject *> LineBuilder::linesOfCountry(const QJsonObject &country)
 
 LineInfo *LineBuilder::lineOfCountry(const QJsonObject &server, QHash<QString, int> &counters)
 {
-    auto *line = new LineInfo;
-    const QJsonValue id = server.value(QLatin1String("id"));
-    const QString countryId = textOrNumberAsText(server.value(QLatin1String("country_id")));
-    line->setLineName(countryId.isEmpty()
-            ? textOf(server, QLatin1String("name")) + QLatin1String(" #") + textOrNumberAsText(id)
-            : countryId + QLatin1String(" #") + QString::number(++counters[countryId]));
-    line->setLineArea(shared(textOf(server, QLatin1String("name_en"))));
-    line->setLineId(textOrNumberAsInt(id));
-    line->setLevel(1);
-    line->setLineImage(shared(textOf(server, QLatin1String("national_flag"))));
-    line->setServerIp(textOf(server, QLatin1String("ip")));
-    line->setServerPort(serverPort);
-    line->setDomain(textOf(server, QLatin1String("domain")));
-    line->setLineUuid(textOf(server, QLatin1String("uuid")));
-    const QJsonValue load = server.value(QLatin1String("load"));
-    if (!load.isUndefined()) {
-        line->setLineLoad(load.toDouble());
-    }
-    line->setTransDomain(shared(textOf(server, QLatin1String("trans_domain"))));
-    line->setTransIp(shared(textOf(server, QLatin1String("trans_ip"))));
-    line->setTransPort(shared(textOrNumberAsText(server.value(QLatin1String("trans_port")))));
+    const ServerValues values = valuesOf(server);
+    const QCborValue &id = values[Id];
+    const QString &countryId = sharedText(values, CountryId);
+    LineValues line;
+    line.lineName = countryId.isEmpty()
+        ? values[Name].toString() + QLatin1String(" #") + textOrNumberToText(id.toJsonValue())
+        : countryId + QLatin1String(" #") + QString::number(++counters[countryId]);
+    line.lineArea = sharedText(values, NameEn);
+    line.lineId = textOrNumberToInt(id.toJsonValue());
+    line.level = 1;
+    line.lineImage = sharedText(values, NationalFlag);
+    line.serverIp = values[Ip].toString();
+    line.serverPort = constantServerPort;
+    line.domain = values[Domain].toString();
+    line.lineUuid = values[Uuid].toString();
+    line.lineLoad = values[Load].toDouble();
+    line.transDomain = sharedText(values, TransDomain);
+    line.transIp = sharedText(values, TransIp);
+    line.transPort = sharedText(values, TransPort);
+    const Coordinates coordinates = coordinatesOf(values[SrvLocation].toString());
+    line.lon = coordinates.lon;
+    line.lat = coordinates.lat;
+    return new LineInfo(std::move(line));
+}
 
-    // The server escapes the quotes of the inner text once or twice.
-    QString location = textOf(server, QLatin1String("srv_location"));
-    location.remove(QLatin1Char('\\'));
-    const QJsonDocument document = QJsonDocument::fromJson(location.toUtf8());
-    if (!document.isNull()) {
-        setCoordinates(line, document.object());
+// Looking thirteen keys up costs half of the whole building. The servers of a reply carry the same
+// keys in the same order, so each key is first compared with the one that stood at its position in
+// the server before. The map shares the object's data.
+LineBuilder::ServerValues LineBuilder::valuesOf(const QJsonObject &server)
+{
+    const QCborMap map = QCborMap::fromJsonObject(server);
+    m_positions.resize(std::max(m_positions.size(), static_cast<std::size_t>(map.size())));
+    ServerValues values;
+    auto position = m_positions.begin();
+    for (auto entry = map.constBegin(); entry != map.constEnd(); ++entry, ++position) {
+        const QCborValue text = entry.key();
+        if (text != position->text) {
+            const auto *const found = std::find(keyTexts.begin(), keyTexts.end(), text.toString());
+            *position = {text, static_cast<std::size_t>(found - keyTexts.begin())};
+        }
+        if (position->key != KeyCount) {
+            values[position->key] = entry.value();
+        }
     }
-    return line;
+    return values;
+}
+
+// For values that many servers have in common, most often with the server before.
+const QString &LineBuilder::sharedText(const ServerValues &values, Key key)
+{
+    LastValue &last = m_last[key];
+    if (values[key] != last.value) {
+        const QJsonValue value = values[key].toJsonValue();
+        last.value = values[key];
+        last.text = shared(
+            key == CountryId || key == TransPort ? textOrNumberToText(value) : value.toString());
+    }
+    return last.text;
 }
 
 QString LineBuilder::shared(const QString &text)
 {
     const auto known = m_texts.constFind(text);
-    if (known != m_texts.constEnd()) {
-        return known.value();
-    }
-    m_texts.insert(text, text);
-    return text;
+    return known != m_texts.constEnd() ? known.value() : m_texts.insert(text, text).value();
 }

@@ -2,6 +2,8 @@
 
 #include <QMetaType>
 
+#include <utility>
+
 namespace {
 // The scenes read the two lists of an area as lists of objects.
 [[maybe_unused]] const int objectListType = qRegisterMetaType<QList<QObject *>>("QList<QObject*>");
@@ -9,5 +11,10 @@ namespace {
 
 LineInfo::LineInfo(QObject *parent)
     : QObject(parent)
+{
+}
+
+LineInfo::LineInfo(LineValues &&values)
+    : m_values(std::move(values))
 {
 }

@@ -4,10 +4,36 @@
 #include <QObject>
 #include <QString>
 
+// What a record holds. A catalogue has thousands of them: plain members, widest first.
+struct LineValues {
+    QString lineArea;
+    QString lineName;
+    QString lineImage;
+    QString lineUuid;
+    QString serverIp;
+    QString domain;
+    QString transDomain;
+    QString transIp;
+    QString transPort;
+    QList<QObject *> childItem;
+    QList<QObject *> childItem4Load;
+    double lon = 0;
+    double lat = 0;
+    double lineLoad = 0;
+    double pingFastPercent = 0;
+    int lineId = 0;
+    int level = 0;
+    int serverPort = 0;
+    int serverNum = 0;
+    int ping = 0;
+    int usedNum = 0;
+    bool isCurrentUse = false;
+    bool isRecommend = false;
+};
+
 // One entry of the line catalogue: an area (level 0) that groups lines, or a line (level 1).
 // It does not own the objects of its lists; whoever builds the catalogue releases them.
-// Every setter emits its signal, also when the value stays the same. A catalogue holds thousands of
-// these, so the record carries plain members only. GUI thread only.
+// Every setter emits its signal, also when the value stays the same. GUI thread only.
 class LineInfo : public QObject {
     Q_OBJECT
     Q_PROPERTY(int qLineId READ getLineId WRITE setLineId NOTIFY lineIdChanged)
@@ -41,84 +67,100 @@ class LineInfo : public QObject {
 
 public:
     explicit LineInfo(QObject *parent = nullptr);
+    explicit LineInfo(LineValues &&values);
 
-    int getLineId() const { return m_lineId; }
-    QString getLineArea() const { return m_lineArea; }
-    QString getLineName() const { return m_lineName; }
-    QString getLineImage() const { return m_lineImage; } // a flag's name or its address
-    QString getLineUuid() const { return m_lineUuid; }
-    int getLevel() const { return m_level; } // 0 an area, 1 a line
-    QString getServerIp() const { return m_serverIp; }
-    int getServerPort() const { return m_serverPort; }
-    int getServerNum() const { return m_serverNum; } // entries of an area, "Fastest" counted
-    double getLon() const { return m_lon; } // degrees
-    double getLat() const { return m_lat; } // degrees
-    int getPing() const { return m_ping; } // milliseconds, the last measured
-    bool getIsCurrentUse() const { return m_isCurrentUse; }
-    QString getDomain() const { return m_domain; }
-    int getUsedNum() const { return m_usedNum; }
-    bool getIsRecommend() const { return m_isRecommend; }
-    QString getTransDomain() const { return m_transDomain; } // the relay's, as the next two
-    QString getTransIp() const { return m_transIp; }
-    QString getTransPort() const { return m_transPort; }
-    double getLineLoad() const { return m_lineLoad; }
-    QList<QObject *> getChildItem() const { return m_childItem; }
-    QList<QObject *> getChildItem4Load() const { return m_childItem4Load; } // without "Fastest"
-    double getPingFastPercent() const { return m_pingFastPercent; } // share of fast pings
+    int getLineId() const { return m_values.lineId; }
+    QString getLineArea() const { return m_values.lineArea; }
+    QString getLineName() const { return m_values.lineName; }
+    QString getLineImage() const { return m_values.lineImage; } // a flag's name or its address
+    QString getLineUuid() const { return m_values.lineUuid; }
+    int getLevel() const { return m_values.level; } // 0 an area, 1 a line
+    QString getServerIp() const { return m_values.serverIp; }
+    int getServerPort() const { return m_values.serverPort; }
+    int getServerNum() const { return m_values.serverNum; } // entries of an area, "Fastest" counted
+    double getLon() const { return m_values.lon; } // degrees
+    double getLat() const { return m_values.lat; } // degrees
+    int getPing() const { return m_values.ping; } // milliseconds, the last measured
+    bool getIsCurrentUse() const { return m_values.isCurrentUse; }
+    QString getDomain() const { return m_values.domain; }
+    int getUsedNum() const { return m_values.usedNum; }
+    bool getIsRecommend() const { return m_values.isRecommend; }
+    QString getTransDomain() const { return m_values.transDomain; } // the relay's, as the next two
+    QString getTransIp() const { return m_values.transIp; }
+    QString getTransPort() const { return m_values.transPort; }
+    double getLineLoad() const { return m_values.lineLoad; }
+    QList<QObject *> getChildItem() const { return m_values.childItem; }
+    QList<QObject *> getChildItem4Load() const
+    {
+        return m_values.childItem4Load;
+    } // without "Fastest"
+    double getPingFastPercent() const { return m_values.pingFastPercent; } // share of fast pings
 
-    void setLineId(int value) { assign(m_lineId, value, &LineInfo::lineIdChanged); }
+    void setLineId(int value) { assign(m_values.lineId, value, &LineInfo::lineIdChanged); }
     void setLineArea(const QString &value)
     {
-        assign(m_lineArea, value, &LineInfo::lineAreaChanged);
+        assign(m_values.lineArea, value, &LineInfo::lineAreaChanged);
     }
     void setLineName(const QString &value)
     {
-        assign(m_lineName, value, &LineInfo::lineNameChanged);
+        assign(m_values.lineName, value, &LineInfo::lineNameChanged);
     }
     void setLineImage(const QString &value)
     {
-        assign(m_lineImage, value, &LineInfo::lineImageChanged);
+        assign(m_values.lineImage, value, &LineInfo::lineImageChanged);
     }
     void setLineUuid(const QString &value)
     {
-        assign(m_lineUuid, value, &LineInfo::lineUuidChanged);
+        assign(m_values.lineUuid, value, &LineInfo::lineUuidChanged);
     }
-    void setLevel(int value) { assign(m_level, value, &LineInfo::levelChanged); }
+    void setLevel(int value) { assign(m_values.level, value, &LineInfo::levelChanged); }
     void setServerIp(const QString &value)
     {
-        assign(m_serverIp, value, &LineInfo::serverIpChanged);
+        assign(m_values.serverIp, value, &LineInfo::serverIpChanged);
     }
-    void setServerPort(int value) { assign(m_serverPort, value, &LineInfo::serverPortChanged); }
-    void setServerNum(int value) { assign(m_serverNum, value, &LineInfo::serverNumChanged); }
-    void setLon(double value) { assign(m_lon, value, &LineInfo::lonChanged); }
-    void setLat(double value) { assign(m_lat, value, &LineInfo::latChanged); }
-    void setPing(int value) { assign(m_ping, value, &LineInfo::pingChanged); }
+    void setServerPort(int value)
+    {
+        assign(m_values.serverPort, value, &LineInfo::serverPortChanged);
+    }
+    void setServerNum(int value) { assign(m_values.serverNum, value, &LineInfo::serverNumChanged); }
+    void setLon(double value) { assign(m_values.lon, value, &LineInfo::lonChanged); }
+    void setLat(double value) { assign(m_values.lat, value, &LineInfo::latChanged); }
+    void setPing(int value) { assign(m_values.ping, value, &LineInfo::pingChanged); }
     void setIsCurrentUse(bool value)
     {
-        assign(m_isCurrentUse, value, &LineInfo::isCurrentUseChanged);
+        assign(m_values.isCurrentUse, value, &LineInfo::isCurrentUseChanged);
     }
-    void setDomain(const QString &value) { assign(m_domain, value, &LineInfo::domainChanged); }
-    void setUsedNum(int value) { assign(m_usedNum, value, &LineInfo::usedNumChanged); }
-    void setIsRecommend(bool value) { assign(m_isRecommend, value, &LineInfo::isRecommendChanged); }
+    void setDomain(const QString &value)
+    {
+        assign(m_values.domain, value, &LineInfo::domainChanged);
+    }
+    void setUsedNum(int value) { assign(m_values.usedNum, value, &LineInfo::usedNumChanged); }
+    void setIsRecommend(bool value)
+    {
+        assign(m_values.isRecommend, value, &LineInfo::isRecommendChanged);
+    }
     void setTransDomain(const QString &value)
     {
-        assign(m_transDomain, value, &LineInfo::transDomainChanged);
+        assign(m_values.transDomain, value, &LineInfo::transDomainChanged);
     }
-    void setTransIp(const QString &value) { assign(m_transIp, value, &LineInfo::transIpChanged); }
+    void setTransIp(const QString &value)
+    {
+        assign(m_values.transIp, value, &LineInfo::transIpChanged);
+    }
     void setTransPort(const QString &value)
     {
-        assign(m_transPort, value, &LineInfo::transPortChanged);
+        assign(m_values.transPort, value, &LineInfo::transPortChanged);
     }
-    void setLineLoad(double value) { assign(m_lineLoad, value, &LineInfo::lineLoadChanged); }
+    void setLineLoad(double value) { assign(m_values.lineLoad, value, &LineInfo::lineLoadChanged); }
     void setChildItem(const QList<QObject *> &value)
     {
-        assign(m_childItem, value, &LineInfo::childItemChanged);
+        assign(m_values.childItem, value, &LineInfo::childItemChanged);
     }
     void setChildItem4Load(const QList<QObject *> &value)
     {
-        assign(m_childItem4Load, value, &LineInfo::childItem4LoadChanged);
+        assign(m_values.childItem4Load, value, &LineInfo::childItem4LoadChanged);
     }
-    void setPingFastPercent(double value) { m_pingFastPercent = value; }
+    void setPingFastPercent(double value) { m_values.pingFastPercent = value; }
 
 signals:
     void lineIdChanged();
@@ -152,27 +194,5 @@ private:
         emit(this->*changed)();
     }
 
-    QString m_lineArea;
-    QString m_lineName;
-    QString m_lineImage;
-    QString m_lineUuid;
-    QString m_serverIp;
-    QString m_domain;
-    QString m_transDomain;
-    QString m_transIp;
-    QString m_transPort;
-    QList<QObject *> m_childItem;
-    QList<QObject *> m_childItem4Load;
-    double m_lon = 0;
-    double m_lat = 0;
-    double m_lineLoad = 0;
-    double m_pingFastPercent = 0;
-    int m_lineId = 0;
-    int m_level = 0;
-    int m_serverPort = 0;
-    int m_serverNum = 0;
-    int m_ping = 0;
-    int m_usedNum = 0;
-    bool m_isCurrentUse = false;
-    bool m_isRecommend = false;
+    LineValues m_values;
 };
