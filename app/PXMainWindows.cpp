@@ -17,7 +17,7 @@ struct SceneConnection {
 
 // A scene may lack one of these signals, as the installer's lacks showWindows(): Qt warns and the
 // others are connected.
-constexpr SceneConnection sceneConnections[] = {
+const SceneConnection sceneConnections[] = {
     {SIGNAL(send_drag(int, int)), SLOT(slot_drag(int, int))},
     {SIGNAL(closeWindows()), SLOT(onCloseWindows())},
     {SIGNAL(miniWindows()), SLOT(onMiniWindows())},
