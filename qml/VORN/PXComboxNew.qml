@@ -1,0 +1,179 @@
+import QtQuick 2.9
+import "../pages"
+
+Rectangle {
+    id: root
+
+    property real textSize: 16
+    property int nowIndex: 0
+    property real boxheight: 30
+    property real popListWdith: 0
+    property real popListHeight: 146
+    property real popTopMargin: 0
+    property real popLeftMargin: 0
+    property bool m_enabled: true
+    property url nomerPic
+    property url hoverPic
+    property url pressPic
+    property alias textForShow: shownText.text
+    property var modelList: []
+    property color backgroundcolor: "white"
+    property bool alignFlag: true
+    property int positonY: -1 // 0: the list opens below the box, else above it
+    property bool showSelectInBtn: true
+    property url backgroundImage
+    property alias dropDownImage: arrow.source
+    property url sliderImage
+    property alias checked: panel.open
+    property bool padOrStretch: true
+    property real hoverOpacity: 1
+
+    signal itemClicked(string temp)
+    signal sendData(var index, var text)
+
+    // Of the text as it would like to be, however narrow the box is.
+    function textLength() {
+        return shownText.implicitWidth;
+    }
+
+    function choose(row) {
+        nowIndex = row;
+        const text = modelList[nowIndex];
+        textForShow = text;
+        itemClicked(text);
+        sendData(row, text);
+        if (list.item)
+            list.item.selection.clear();
+        checked = false;
+    }
+
+    function openWithRow(row) {
+        checked = true;
+        list.item.markRow(row);
+    }
+
+    function handleKey(event) {
+        const rows = modelList.length;
+        const marked = checked ? list.item.markedRow() : -1;
+        event.accepted = true;
+        switch (event.key) {
+        case Qt.Key_Space:
+        case Qt.Key_Return:
+        case Qt.Key_Enter:
+            if (marked >= 0)
+                choose(marked);
+            else
+                openWithRow(nowIndex);
+            break;
+        case Qt.Key_Down:
+            openWithRow(checked ? Math.min(marked + 1, rows - 1) : nowIndex);
+            break;
+        case Qt.Key_Up:
+            openWithRow(checked && marked >= 0 ? Math.max(marked - 1, 0) : nowIndex);
+            break;
+        case Qt.Key_Home:
+            openWithRow(0);
+            break;
+        case Qt.Key_End:
+            openWithRow(rows - 1);
+            break;
+        case Qt.Key_Escape:
+            event.accepted = checked;
+            checked = false;
+            break;
+        default:
+            event.accepted = false;
+        }
+    }
+
+    width: 120
+    height: boxheight
+    color: "transparent"
+    activeFocusOnTab: true
+    Accessible.role: Accessible.ComboBox
+    Accessible.name: textForShow
+    Accessible.onPressAction: checked = !checked
+    Keys.onPressed: handleKey(event)
+
+    Item {
+        id: face
+
+        anchors.fill: parent
+        opacity: area.containsMouse ? root.hoverOpacity : 1
+
+        NinePatch {
+            anchors.centerIn: parent
+            width: root.padOrStretch ? implicitWidth : parent.width
+            height: root.padOrStretch ? implicitHeight : parent.height
+            source: area.containsMouse ? root.pressPic : root.nomerPic
+        }
+
+        Image {
+            id: arrow
+
+            anchors.right: parent.right
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            rotation: root.positonY === 0 ? 0 : 180
+        }
+
+        // Shrinks a little rather than leave the box.
+        Text {
+            id: shownText
+
+            anchors.left: parent.left
+            anchors.leftMargin: 8
+            anchors.right: arrow.left
+            anchors.rightMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            horizontalAlignment: Text.AlignRight
+            fontSizeMode: Text.HorizontalFit
+            minimumPointSize: root.textSize * 0.6
+            visible: root.showSelectInBtn
+            color: "white"
+            font.family: "Microsoft YaHei UI"
+            font.pointSize: root.textSize
+        }
+    }
+
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: true
+        cursorShape: Qt.PointingHandCursor
+        onClicked: root.checked = !root.checked
+    }
+
+    FocusRing {
+        radius: 8
+    }
+
+    Rectangle {
+        id: panel
+
+        property bool open: false
+
+        x: root.popLeftMargin
+        y: root.positonY === 0 ? root.height + root.popTopMargin : -height - root.popTopMargin
+        width: root.popListWdith
+        height: root.popListHeight
+        radius: 4
+        color: "white"
+        visible: open
+
+        onOpenChanged: {
+            if (open && list.status === Loader.Null)
+                list.setSource("../pages/ComboList.qml", { "combo": root });
+            if (open && list.item)
+                list.item.selection.clear();
+        }
+
+        // A table is the heaviest of all controls: not before someone opens the list.
+        Loader {
+            id: list
+
+            anchors.fill: parent
+        }
+    }
+}

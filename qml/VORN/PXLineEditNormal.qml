@@ -1,0 +1,68 @@
+import QtQuick 2.9
+import "../pages"
+
+FocusScope {
+    id: root
+
+    property url enterImage
+    property url exitImge
+    property alias echoMode: input.echoMode
+    property string placeholderText: "hello world"
+    property string accessibleName: placeholderText
+    property alias font: input.font
+    property alias text: input.text
+    property alias color: input.color
+    property alias textLeftPadding: input.leftPadding
+    property alias validator: input.validator
+    property real pointSize: 9
+
+    function textLength() {
+        return input.contentWidth;
+    }
+
+    width: 200
+    height: 30
+
+    NinePatch {
+        anchors.fill: parent
+        source: input.activeFocus ? root.enterImage : root.exitImge
+    }
+
+    Text {
+        id: placeholder
+
+        anchors.left: parent.left
+        anchors.leftMargin: input.leftPadding
+        anchors.verticalCenter: parent.verticalCenter
+        opacity: input.activeFocus || input.text !== "" ? 0 : 1
+        text: root.placeholderText
+        color: "#666666"
+        font: input.font
+        onOpacityChanged: {
+            if (opacity === 1)
+                input.cursorVisible = false;
+        }
+
+        Behavior on opacity {
+            NumberAnimation { duration: 200 }
+        }
+    }
+
+    TextInput {
+        id: input
+
+        anchors.fill: parent
+        leftPadding: 30
+        rightPadding: 8
+        verticalAlignment: TextInput.AlignVCenter
+        clip: true
+        focus: true
+        activeFocusOnTab: true
+        selectByMouse: true
+        selectionColor: "#5ead67"
+        font.family: "Microsoft YaHei UI"
+        font.pointSize: root.pointSize
+        Accessible.role: Accessible.EditableText
+        Accessible.name: root.accessibleName
+    }
+}

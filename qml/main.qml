@@ -1,0 +1,310 @@
+import QtQuick 2.9
+import QtQuick.Window 2.2
+import VORN.DataManager 1.0
+import VORN.KQHttpManager 1.0
+import VORN.Operating 1.0
+import "pages"
+
+// The installer: the first page with its path panel, the progress page, the finish page.
+Rectangle {
+    id: mainWindow
+
+    property real default_pix_density: 4.86589250847806
+    // One of the scene's own: the item's would shrink everything.
+    property real scale: Screen.pixelDensity / default_pix_density
+    property real dpiScale: DataManager.getDpiScale()
+    property var languageList: ["English", "中文繁體", "Indonesia", "Русский", "Deutsch"]
+    readonly property bool onLinux: DataManager.getSystemType() === "linux"
+    property bool pathPanelOpen: false
+    property bool usedByKeyboard: false
+
+    signal send_drag(int x, int y)
+    signal miniWindows()
+    signal closeWindows()
+    signal hideWindows()
+
+    function createPages() {
+        const loaders = [pathPanel, installingPage, finishPage];
+        for (let i = 0; i < loaders.length; ++i)
+            loaders[i].active = true;
+    }
+
+    // For the user who is faster than the loaders.
+    function completePages() {
+        createPages();
+        pathPanel.asynchronous = false;
+        installingPage.asynchronous = false;
+        finishPage.asynchronous = false;
+    }
+
+    function showPage(page) {
+        const pages = [initialPage, installingPage, finishPage];
+        for (let i = 0; i < pages.length; ++i)
+            pages[i].visible = pages[i] === page;
+        if (page !== initialPage)
+            pathPanelOpen = false;
+        // The control that had the focus may be hidden now.
+        mainWindow.forceActiveFocus();
+    }
+
+    function togglePathPanel() {
+        completePages();
+        pathPanelOpen = !pathPanelOpen;
+        installingPage.visible = false;
+        initialPage.visible = true;
+    }
+
+    function startInstallation() {
+        if (!initialPage.acceptCheckBox.checked)
+            return;
+        usedByKeyboard = initialPage.quickInstallButton.activeFocus;
+        completePages();
+        progressTimer.start();
+        if (onLinux)
+            doInstallLinux();
+        else
+            doInstall();
+    }
+
+    function doInstallLinux() {
+        // The change of the language below evaluates every text of the scene again.
+        const path = pathPanel.item.path;
+        DataManager.readDataFromFile(path + "/");
+        DataManager.changeLanguage(initialPage.languageBox.nowIndex);
+        httpMangerId.pushLog("language", "", "1", DataManager.getSoftUseLanguage());
+        DataManager.setInstallPath(path);
+        // The copy takes the launchers along, so they are written first.
+        operatingId.creatVornRunShell();
+        operatingId.creatUninstallRunShell();
+        operatingId.copyDirectoryFilesThread(operatingId.getCurrentPath(), path, true);
+        if (pathPanel.item.createShortcut)
+            operatingId.addLinkToDeskTopLinux();
+        if (pathPanel.item.startUpAutomatically) {
+            operatingId.addAutoStartUp();
+            DataManager.setIsBootUp(true);
+        }
+        showPage(installingPage);
+    }
+
+    function doInstall() {
+        const path = pathPanel.item.path;
+        const client = path + "/VORN.exe";
+        DataManager.readDataFromFile(path + "/");
+        DataManager.changeLanguage(initialPage.languageBox.nowIndex);
+        httpMangerId.pushLog("language", "1", "", DataManager.getSoftUseLanguage());
+        DataManager.setInstallPath(path);
+        operatingId.copyDirectoryFilesThread(operatingId.getCurrentPath(), path, true);
+        if (pathPanel.item.createShortcut) {
+            ["VornVpn", "VornVpnUninstall"].forEach(function(oldName) {
+                operatingId.delLinkToAppLocation(oldName);
+                operatingId.delDeskTopLink(oldName);
+            });
+            operatingId.addLinkToAppLocation(client, "VornVPN");
+            operatingId.addLinkToDeskTop(client, "VornVPN");
+            operatingId.addLinkToAppLocation(path + "/Uninstall.exe", "UninstallVornVPN");
+        }
+        if (pathPanel.item.startUpAutomatically) {
+            operatingId.addStartTask("VornVpnStart", client);
+            DataManager.setIsBootUp(true);
+        }
+        const key = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\VornVpn";
+        const values = [
+            ["DisplayName", "VornVPN"],
+            ["UninstallString", path + "\\Uninstall.exe"],
+            ["DisplayIcon", path + "\\Uninstall.exe"]
+        ];
+        values.forEach(function(value) {
+            operatingId.removeRegValue(key, value[0]);
+            operatingId.setRegValue(key, value[0], value[1]);
+        });
+        showPage(installingPage);
+    }
+
+    function showProgress() {
+        if (!installingPage.item.tick())
+            return;
+        progressTimer.stop();
+        showPage(finishPage);
+        if (usedByKeyboard)
+            finishPage.item.tryItNowButton.forceActiveFocus();
+    }
+
+    function startClient() {
+        const path = pathPanel.item.path;
+        httpMangerId.pushLog("start", "", "", "");
+        operatingId.doOtherExe(path + (onLinux ? "/VornRun.sh" : "/VORN.exe"), []);
+        quitTimer.start();
+    }
+
+    width: 640
+    height: 520
+    color: "transparent"
+    focus: true
+
+    Component.onCompleted: forceActiveFocus()
+    onWidthChanged: width = 640
+    onHeightChanged: height = 520
+
+    KQHttpManager {
+        id: httpMangerId
+
+        Component.onCompleted: {
+            getDomainNameFromWeb();
+            getLocalLanguage();
+        }
+        onDomainNameFromWebStatus: {
+            checkRegion();
+            getInitInfo();
+        }
+        onInitSystemStatus: initialPage.agreementButton.enabled = true
+        onSendDefaultLanguage: {
+            DataManager.changeLanguage(language);
+            initialPage.showLanguage(language);
+        }
+    }
+
+    Operating {
+        id: operatingId
+
+        onCopyDirectorySuccess: {}
+    }
+
+    Timer {
+        id: progressTimer
+
+        interval: 50
+        repeat: true
+        onTriggered: mainWindow.showProgress()
+    }
+
+    // A request that was just posted starts on the next turn of the event loop: quitting at once
+    // would lose it.
+    Timer {
+        id: quitTimer
+
+        interval: 250
+        onTriggered: Qt.quit()
+    }
+
+    Connections {
+        id: firstFrame
+
+        target: mainWindow.Window.window
+        function onFrameSwapped() {
+            firstFrame.enabled = false;
+            mainWindow.createPages();
+        }
+    }
+
+    // Where nothing is drawn the pages are needed all the same.
+    Timer {
+        interval: 300
+        running: true
+        onTriggered: mainWindow.createPages()
+    }
+
+    MouseArea {
+        property point grip
+
+        anchors.fill: parent
+        acceptedButtons: Qt.LeftButton
+        onPressed: {
+            grip = Qt.point(mouse.x, mouse.y);
+            initialPage.languageBox.checked = false;
+        }
+        onPositionChanged: mainWindow.send_drag(mouse.x - grip.x, mouse.y - grip.y)
+    }
+
+    // Fills the notches that the page's round corners leave above the open panel.
+    Rectangle {
+        y: 400
+        width: 640
+        height: 40
+        visible: pathPanel.visible
+        color: "#308742"
+    }
+
+    InitialPage {
+        id: initialPage
+
+        objectName: "initialPage"
+        width: 640
+        height: 420
+        dpiScale: mainWindow.dpiScale
+        languageList: mainWindow.languageList
+        panelOpen: mainWindow.pathPanelOpen
+        onLanguageChosen: DataManager.changeLanguage(row)
+        onInstall: mainWindow.startInstallation()
+        onOpenAgreement: operatingId.openUrl(DataManager.getDomainName() + DataManager.getPrivacyPolicyUrl())
+        onTogglePanel: mainWindow.togglePathPanel()
+    }
+
+    Loader {
+        id: pathPanel
+
+        objectName: "pathPanel"
+        y: 420
+        width: 640
+        height: 100
+        visible: mainWindow.pathPanelOpen
+        active: false
+        asynchronous: true
+        sourceComponent: PathPanel {
+            dpiScale: mainWindow.dpiScale
+            onBrowse: {
+                pathDialog.active = true;
+                pathDialog.item.open();
+            }
+        }
+    }
+
+    Loader {
+        id: installingPage
+
+        objectName: "installingPage"
+        width: 640
+        height: 420
+        visible: false
+        active: false
+        asynchronous: true
+        source: "pages/InstallingPage.qml"
+    }
+
+    Loader {
+        id: finishPage
+
+        objectName: "finishPage"
+        width: 640
+        height: 420
+        visible: false
+        active: false
+        asynchronous: true
+        sourceComponent: FinishPage {
+            dpiScale: mainWindow.dpiScale
+            onTryItNow: mainWindow.startClient()
+            // The two buttons are drawn alike, and this one sets the width of the other.
+            onButtonTextChanged: initialPage.quickInstallButton.width = Math.max(192, textLength + 50)
+        }
+    }
+
+    Loader {
+        id: pathDialog
+
+        active: false
+        source: "pages/PathDialog.qml"
+    }
+
+    Connections {
+        target: pathDialog.item
+        ignoreUnknownSignals: true
+        function onPathChosen(path) {
+            pathPanel.item.path = path;
+        }
+    }
+
+    TitleBar {
+        width: 640
+        onMinimize: mainWindow.miniWindows()
+        onClose: mainWindow.closeWindows()
+    }
+}

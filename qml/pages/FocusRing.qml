@@ -1,0 +1,12 @@
+import QtQuick 2.9
+
+// Drawn around its parent while the keyboard acts on that.
+Rectangle {
+    anchors.fill: parent
+    anchors.margins: -4
+    visible: parent.activeFocus
+    radius: parent.radius + 4
+    color: "transparent"
+    border.width: 2
+    border.color: "white"
+}

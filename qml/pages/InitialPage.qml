@@ -1,0 +1,157 @@
+import QtQuick 2.9
+import VORN.DataManager 1.0
+import "../VORN"
+
+Rectangle {
+    id: root
+
+    property real dpiScale: 1
+    property var languageList: []
+    property bool panelOpen: false
+    property alias languageBox: languageBox
+    property alias quickInstallButton: quickInstallButton
+    property alias acceptCheckBox: acceptCheckBox
+    property alias agreementButton: agreementButton
+
+    signal languageChosen(int row)
+    signal install()
+    signal openAgreement()
+    signal togglePanel()
+
+    function showLanguage(index) {
+        languageBox.nowIndex = index;
+        languageBox.textForShow = languageList[index];
+    }
+
+    radius: 12
+    color: background.status === Image.Ready ? "transparent" : "#2a7039"
+
+    Image {
+        id: background
+
+        anchors.fill: parent
+        asynchronous: true
+        source: "qrc:/image/bg.png"
+    }
+
+    Image {
+        x: 220
+        y: 78
+        width: 200
+        height: 200
+        asynchronous: true
+        source: "qrc:/image/logo.png"
+    }
+
+    PXComboxNew {
+        id: languageBox
+
+        objectName: "languageBox"
+        x: 620 - width
+        y: 50
+        z: 1
+        width: textLength() > 90 ? textLength() + 20 : 90
+        boxheight: 26
+        popListWdith: width
+        popListHeight: 126
+        popTopMargin: 2
+        positonY: 0
+        textSize: 10 / root.dpiScale
+        padOrStretch: false
+        nomerPic: "qrc:/image/comboxBg.png"
+        pressPic: "qrc:/image/comboxBgHover.png"
+        hoverPic: pressPic
+        backgroundImage: "qrc:/image/comboxPopBg.png"
+        dropDownImage: "qrc:/image/dropDown.png"
+        sliderImage: "qrc:/image/slideBg.png"
+        modelList: root.languageList
+        nowIndex: DataManager.languageTypeTransToInt(DataManager.getSoftUseLanguage())
+        Accessible.name: qsTranslate("main", "Interface language") + DataManager.emptyString
+        Accessible.description: textForShow
+        Component.onCompleted: textForShow = modelList[nowIndex]
+        onSendData: root.languageChosen(index)
+        onActiveFocusChanged: {
+            if (!activeFocus)
+                checked = false;
+        }
+    }
+
+    PXNorButton {
+        id: quickInstallButton
+
+        objectName: "quickInstallButton"
+        x: (parent.width - width) / 2
+        y: 296
+        width: 182
+        height: 48
+        radius: 24
+        padOrStretch: false
+        bold: true
+        pointSize: 11 / root.dpiScale
+        textColor: "#246b36"
+        btText: qsTranslate("main", "Quick Install") + DataManager.emptyString
+        btIcon: "qrc:/image/installBtnBg.png"
+        pressedIcon: "qrc:/image/installBtnBgHover.png"
+        releaseIcon: "qrc:/image/installBtnBg.png"
+        onBtTextChanged: width = Math.max(182, textLength() + 50)
+        onClicked: root.install()
+    }
+
+    Row {
+        x: 27
+        y: 374
+        height: 26
+        spacing: 6
+
+        SceneCheckBox {
+            id: acceptCheckBox
+
+            objectName: "acceptCheckBox"
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTranslate("main", "Accept") + DataManager.emptyString
+        }
+
+        // Waits for the server to say where the agreement is.
+        PXNorButton {
+            id: agreementButton
+
+            objectName: "agreementButton"
+            anchors.verticalCenter: parent.verticalCenter
+            width: textLength()
+            height: 22
+            radius: 3
+            enabled: false
+            underLine: true
+            pointSize: 10 / root.dpiScale
+            textColor: "#bfe5c6"
+            pressedTextColor: "white"
+            btText: qsTranslate("main", "Vorn license agreement") + DataManager.emptyString
+            onClicked: root.openAgreement()
+        }
+    }
+
+    PXNorButton {
+        id: customPathButton
+
+        objectName: "customPathButton"
+        x: 613 - width
+        y: 374
+        width: textLength() + 20
+        height: 26
+        radius: 3
+        textLeftMargin: -1
+        pointSize: 10 / root.dpiScale
+        textColor: "white"
+        pressedTextColor: "#bfe5c6"
+        btText: qsTranslate("main", "Custom path >") + DataManager.emptyString
+        onClicked: root.togglePanel()
+
+        Image {
+            objectName: "customPathArrow"
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            rotation: root.panelOpen ? 90 : 0
+            source: "qrc:/image/drop.png"
+        }
+    }
+}

@@ -1,0 +1,14 @@
+import QtQuick 2.9
+import QtQuick.Dialogs 1.0
+import VORN.DataManager 1.0
+
+FileDialog {
+    signal pathChosen(string path)
+
+    selectFolder: true
+    title: qsTranslate("main", "Select Directory") + DataManager.emptyString
+
+    // Where a path begins with "/" the slash goes too, and the path becomes relative to the
+    // directory that the installer was started from.
+    onAccepted: pathChosen(fileUrl.toString().replace("file:///", "") + "/VornVPN")
+}

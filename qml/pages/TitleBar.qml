@@ -1,0 +1,56 @@
+import QtQuick 2.9
+import VORN.DataManager 1.0
+import "../VORN"
+
+Item {
+    id: root
+
+    signal minimize()
+    signal close()
+
+    height: 56
+
+    Image {
+        id: badge
+
+        x: 20
+        y: 14
+        source: "qrc:/image/logoNew.png"
+    }
+
+    SceneText {
+        anchors.left: badge.right
+        anchors.leftMargin: 8
+        anchors.verticalCenter: badge.verticalCenter
+        baseSize: 14
+        text: qsTranslate("main", "VornVPN") + DataManager.emptyString
+    }
+
+    PXNorButton {
+        objectName: "miniButton"
+        x: closeButton.x - width - 12
+        anchors.verticalCenter: badge.verticalCenter
+        width: 22
+        height: 17
+        radius: 3
+        exitOpacity: 0.8
+        btIcon: "qrc:/image/mini.png"
+        Accessible.name: qsTranslate("main", "Minimize") + DataManager.emptyString
+        onClicked: root.minimize()
+    }
+
+    PXNorButton {
+        id: closeButton
+
+        objectName: "closeButton"
+        x: root.width - width - 20
+        anchors.verticalCenter: badge.verticalCenter
+        width: 18
+        height: 16
+        radius: 3
+        exitOpacity: 0.8
+        btIcon: "qrc:/image/main_close.png"
+        Accessible.name: qsTranslate("main", "Close") + DataManager.emptyString
+        onClicked: root.close()
+    }
+}
