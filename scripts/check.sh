@@ -1,0 +1,115 @@
+#!/usr/bin/env bash
+# Reads the project without running it; needs no build but --deep.
+#     scripts/check.sh            layout, scripts, scene, translations, C++ (half a minute)
+#     scripts/check.sh --deep     clang-tidy and clazy; needs build/test (scripts/test.sh --unit)
+#     scripts/check.sh --written  what the last virtual installation wrote (out/generated)
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+cd "$root"
+
+faults=0
+# check NAME COMMAND...: goes on after a fault, so that one run shows them all.
+check() {
+    local name=$1 output
+    shift
+    if output=$("$@" 2>&1); then return; fi
+    faults=$((faults + 1))
+    printf '%s\n' "$name:" "$output" >&2
+}
+
+# files PATTERN...: the checked-in files and the new ones, one a line.
+files() { git -c safe.directory='*' ls-files --cached --others --exclude-standard -- "$@" | existing; }
+existing() { while IFS= read -r file; do [ ! -f "$file" ] || printf '%s\n' "$file"; done; }
+
+shell_scripts() {
+    files '*.sh' .ci 'packaging/**' | while IFS= read -r file; do
+        if [[ $(head -n 1 "$file" | tr -d '\0') =~ ^#!.*(bash|sh)$ ]] || [[ $file == */lib.sh ]]; then
+            printf '%s\n' "$file"
+        fi
+    done
+}
+
+unfinished_translations() {
+    local file report bad=0
+    for file in $(files '*.ts'); do
+        report=$(lrelease "$file" -qm /dev/null 2>&1)
+        if grep -qE '[1-9][0-9]* unfinished|Ignored [1-9]' <<<"$report"; then
+            printf '%s\n' "$file" "$report"
+            bad=1
+        fi
+    done
+    return "$bad"
+}
+
+# Every package that is installed has its reason in the README.
+packages_in_readme() {
+    local package bad=0
+    for package in $(awk '!/^#/ { print $2 }' scripts/packages); do
+        grep -qF "\`$package\`" README.md || { echo "README.md does not name $package" && bad=1; }
+    done
+    return "$bad"
+}
+
+python_compiles() {
+    files '*.py' | PYTHONPYCACHEPREFIX=$(mktemp -d) xargs -r -d '\n' python3 -m py_compile
+}
+
+read_cpp() {
+    cppcheck --quiet --std=c++17 --library=qt --inline-suppr --error-exitcode=1 -j "$(nproc)" \
+        --enable=warning,performance,portability --suppress=unknownMacro -I . \
+        $(files '*.cpp' ':!fuzz' ':!bench')
+}
+
+quick() {
+    mapfile -t cpp < <(files '*.cpp' '*.h')
+    check "clang-format would change" clang-format --dry-run -Werror "${cpp[@]}"
+    mapfile -t scripts < <(shell_scripts)
+    check "shellcheck" shellcheck -x "${scripts[@]}"
+    check "python" python_compiles
+    mapfile -t scene < <(files '*.qml')
+    check "qmllint" qmllint "${scene[@]}"
+    check "unfinished translations" unfinished_translations
+    check "packages" packages_in_readme
+    check "cppcheck" read_cpp
+}
+
+# The launchers hold the install path unquoted, as the client's updater expects them.
+written() {
+    check "launchers" shellcheck -e SC2086 out/generated/*.sh
+    mapfile -t entries < <(find out/generated -name '*.desktop')
+    [ ${#entries[@]} -eq 0 ] || check "desktop entries" desktop-file-validate "${entries[@]}"
+}
+
+deep() {
+    local compiled=build/test
+    [ -f "$compiled/compile_commands.json" ] || fail "Run scripts/test.sh --unit first: it builds"
+    mapfile -t sources < <(files '*.cpp' ':!fuzz' ':!bench')
+    check "clang-tidy" each_file clang-tidy -p "$compiled" --quiet "${sources[@]}"
+    check "clazy" each_file clazy-standalone -p "$compiled" "${sources[@]}"
+}
+
+# each_file COMMAND... FILE...: runs a slow reader on as many files at once as there are processors.
+each_file() {
+    local command=() output
+    while [[ $1 != *.cpp ]]; do
+        command+=("$1")
+        shift
+    done
+    output=$(printf '%s\n' "$@" | xargs -d '\n' -n 1 -P "$(nproc)" "${command[@]}" 2>&1) || {
+        printf '%s\n' "$output"
+        return 1
+    }
+    if grep -qE '(warning|error):' <<<"$output"; then
+        printf '%s\n' "$output"
+        return 1
+    fi
+}
+
+case "${1-}" in
+    "") "$root/scripts/install-packages.sh" build test && quick ;;
+    --deep) "$root/scripts/install-packages.sh" build deep && deep ;;
+    --written) "$root/scripts/install-packages.sh" test && written ;;
+    *) fail "usage: scripts/check.sh [--deep | --written]" ;;
+esac
+[ "$faults" -eq 0 ] || fail "$faults of the checks found faults."

@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# Everything that must hold, from a fresh clone: the test programs, the checks of the sources, a whole
+# installation on a virtual display, and the test programs once more under the sanitizers.
+#     scripts/test.sh              all of it, the quickest first
+#     scripts/test.sh STAGE...     --unit --checks --walk --sanitize, and --deep (clang-tidy, clazy)
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+# run_tests FOLDER OPTION...: builds with warnings as errors and runs the test programs headless.
+run_tests() {
+    local folder=$1
+    configure "$@" -DCMAKE_BUILD_TYPE=Debug -DVORN_WERROR=ON
+    quietly "$folder/build.log" cmake --build "$folder"
+    ctest --test-dir "$folder" --output-on-failure --progress -j "$(nproc)"
+}
+
+unit() { run_tests "$root/build/test"; }
+sanitize() { run_tests "$root/build/asan" -DVORN_SANITIZE=ON; }
+checks() { "$root/scripts/check.sh"; }
+deep() { "$root/scripts/check.sh" --deep; }
+walk() {
+    "$root/scripts/run.sh" --virtual
+    "$root/scripts/check.sh" --written
+}
+
+[ $# -gt 0 ] || set -- --unit --checks --walk --sanitize
+for stage in "$@"; do
+    case "$stage" in
+        --unit | --checks | --walk | --sanitize | --deep) ;;
+        *) fail "usage: scripts/test.sh [--unit] [--checks] [--walk] [--sanitize] [--deep]" ;;
+    esac
+done
+
+"$root/scripts/install-packages.sh" build run virtual test
+for stage in "$@"; do
+    say "== ${stage#--}"
+    started=$SECONDS
+    "${stage#--}"
+    say "== ${stage#--}: good, $((SECONDS - started)) s"
+done
