@@ -50,6 +50,9 @@ Rectangle {
     function togglePathPanel() {
         completePages();
         pathPanelOpen = !pathPanelOpen;
+        initialPage.languageBox.checked = false;
+        if (pathPanel.activeFocus)
+            mainWindow.forceActiveFocus();
         installingPage.visible = false;
         initialPage.visible = true;
     }
@@ -221,7 +224,7 @@ Rectangle {
         width: 640
         height: 40
         visible: pathPanel.visible
-        color: "#308742"
+        color: "#184f2a"
     }
 
     InitialPage {

@@ -55,6 +55,7 @@ Rectangle {
     function handleKey(event) {
         const rows = modelList.length;
         const marked = checked ? list.item.markedRow() : -1;
+        ring.byKeyboard = true;
         event.accepted = true;
         switch (event.key) {
         case Qt.Key_Space:
@@ -94,6 +95,7 @@ Rectangle {
     Accessible.name: textForShow
     Accessible.onPressAction: checked = !checked
     Keys.onPressed: handleKey(event)
+    onActiveFocusChanged: ring.byKeyboard = true
 
     Item {
         id: face
@@ -112,7 +114,7 @@ Rectangle {
             id: arrow
 
             anchors.right: parent.right
-            anchors.rightMargin: 8
+            anchors.rightMargin: 5
             anchors.verticalCenter: parent.verticalCenter
             rotation: root.positonY === 0 ? 0 : 180
         }
@@ -122,7 +124,7 @@ Rectangle {
             id: shownText
 
             anchors.left: parent.left
-            anchors.leftMargin: 8
+            anchors.leftMargin: 3
             anchors.right: arrow.left
             anchors.rightMargin: 10
             anchors.verticalCenter: parent.verticalCenter
@@ -142,10 +144,16 @@ Rectangle {
         anchors.fill: parent
         hoverEnabled: true
         cursorShape: Qt.PointingHandCursor
-        onClicked: root.checked = !root.checked
+        onClicked: {
+            root.forceActiveFocus();
+            ring.byKeyboard = false;
+            root.checked = !root.checked;
+        }
     }
 
     FocusRing {
+        id: ring
+
         radius: 8
     }
 

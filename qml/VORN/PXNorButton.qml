@@ -64,8 +64,10 @@ Rectangle {
 
     width: 120
     height: 60
-    color: buttonColor
-    opacity: exitOpacity
+    color: internal.phase === "" ? buttonColor
+                                 : !root.enabled ? disableColor
+                                                 : internal.phase === "in" ? pressedColor : releaseColor
+    opacity: internal.phase === "in" ? hoverOpacity : exitOpacity
     border.width: 0
     border.color: area.pressed ? pressdBorderColor : borderColor
     focus: true
@@ -88,6 +90,12 @@ Rectangle {
     Keys.onSpacePressed: pressByKey(event)
     Keys.onReturnPressed: pressByKey(event)
     Keys.onEnterPressed: pressByKey(event)
+
+    QtObject {
+        id: internal
+
+        property string phase: "" // "in" and "out" tell where the mouse went last
+    }
 
     Item {
         id: iconFrame
@@ -120,7 +128,9 @@ Rectangle {
         width: !fitted ? implicitWidth : root.textLeftMargin === 0 ? root.width : root.width - start
         horizontalAlignment: root.textLeftMargin === 0 ? Text.AlignHCenter : Text.AlignLeft
         visible: root.textVisible
-        color: root.textColor
+        color: internal.phase === "" ? root.textColor
+                                     : internal.phase === "in" ? root.pressedTextColor
+                                                               : root.releaseTextColor
         font.family: "Microsoft YaHei UI"
         font.pointSize: root.pointSize
         font.underline: root.underLine
@@ -133,17 +143,13 @@ Rectangle {
         hoverEnabled: true
         cursorShape: root.enabled ? Qt.PointingHandCursor : Qt.ArrowCursor
         onEntered: {
+            internal.phase = "in";
             root.btIcon = root.pressedIcon;
-            label.color = root.pressedTextColor;
-            root.opacity = root.hoverOpacity;
-            root.color = root.enabled ? root.pressedColor : root.disableColor;
             root.mentered();
         }
         onExited: {
+            internal.phase = "out";
             root.btIcon = root.releaseIcon;
-            label.color = root.releaseTextColor;
-            root.opacity = root.exitOpacity;
-            root.color = root.enabled ? root.releaseColor : root.disableColor;
             root.mexited();
         }
         onPressed: root.pressed()

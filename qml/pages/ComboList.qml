@@ -46,10 +46,18 @@ TableView {
         decrementControl: Item {}
     }
 
-    rowDelegate: Rectangle {
+    rowDelegate: Item {
         height: table.combo.boxheight - 1
-        radius: 4
-        color: styleData.selected || styleData.row === table.combo.nowIndex ? "#e6f2e8" : "transparent"
+
+        Rectangle {
+            x: 2
+            y: 1
+            width: table.width - 4
+            height: parent.height - 1
+            radius: 3
+            visible: styleData.selected || styleData.row === table.combo.nowIndex
+            color: "#e6f2e8"
+        }
     }
 
     itemDelegate: Item {

@@ -43,7 +43,6 @@ Rectangle {
         height: 48
         radius: 24
         padOrStretch: false
-        bold: true
         pointSize: 13 / root.dpiScale
         textColor: "#246b36"
         btText: qsTranslate("main", "Try It Now") + DataManager.emptyString

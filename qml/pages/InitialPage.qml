@@ -54,7 +54,7 @@ Rectangle {
         boxheight: 26
         popListWdith: width
         popListHeight: 126
-        popTopMargin: 2
+        popTopMargin: 6
         positonY: 0
         textSize: 10 / root.dpiScale
         padOrStretch: false
@@ -86,7 +86,6 @@ Rectangle {
         height: 48
         radius: 24
         padOrStretch: false
-        bold: true
         pointSize: 11 / root.dpiScale
         textColor: "#246b36"
         btText: qsTranslate("main", "Quick Install") + DataManager.emptyString
@@ -121,10 +120,10 @@ Rectangle {
             height: 22
             radius: 3
             enabled: false
-            underLine: true
+            underLine: agreementButton.enabled
             pointSize: 10 / root.dpiScale
-            textColor: "#bfe5c6"
-            pressedTextColor: "white"
+            textColor: agreementButton.enabled ? "white" : "#bfe5c6"
+            pressedTextColor: "#bfe5c6"
             btText: qsTranslate("main", "Vorn license agreement") + DataManager.emptyString
             onClicked: root.openAgreement()
         }

@@ -33,7 +33,7 @@ Item {
         width: 22
         height: 17
         radius: 3
-        exitOpacity: 0.8
+        pressedColor: "#40ffffff"
         btIcon: "qrc:/image/mini.png"
         Accessible.name: qsTranslate("main", "Minimize") + DataManager.emptyString
         onClicked: root.minimize()
@@ -48,7 +48,7 @@ Item {
         width: 18
         height: 16
         radius: 3
-        exitOpacity: 0.8
+        pressedColor: "#40ffffff"
         btIcon: "qrc:/image/main_close.png"
         Accessible.name: qsTranslate("main", "Close") + DataManager.emptyString
         onClicked: root.close()
