@@ -11,9 +11,12 @@
 #include <QString>
 
 #include "api/Endpoints.h"
+#include "api/FileDownload.h"
 #include "api/IpCheck.h"
 #include "api/LinkLog.h"
 #include "api/SearchWordList.h"
+#include "lines/LineCatalogue.h"
+#include "settings/UserInfo.h"
 
 class DataManager;
 class FreshConnections;
@@ -169,6 +172,8 @@ private:
     void retryLookup();
     void releaseDirectReplies();
 
+    void storeSession(const QString &session); // an empty one means: signed out
+
     DataManager *m_dataManager;
     FreshConnections *m_connections;
     QString m_baseAddress; // scheme and host, no trailing slash
@@ -181,6 +186,9 @@ private:
     IpCheck m_ipCheck;
     LinkLog m_linkLog;
     SearchWordList m_searchWords;
+    UserInfo m_userInfo; // the settings get a copy after every change
+    FileDownload m_download;
+    LineCatalogue m_catalogue;
 };
 
 // The same as the member, for code that has no manager at hand.
