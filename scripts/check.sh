@@ -45,9 +45,9 @@ unfinished_translations() {
 # Every package that is installed has its reason in the README.
 packages_in_readme() {
     local package bad=0
-    for package in $(awk '!/^#/ { print $2 }' scripts/packages); do
+    while read -r _ package _; do
         grep -qF "\`$package\`" README.md || { echo "README.md does not name $package" && bad=1; }
-    done
+    done < <(grep -v '^#' scripts/packages)
     return "$bad"
 }
 
@@ -56,9 +56,11 @@ python_compiles() {
 }
 
 read_cpp() {
+    local sources
+    mapfile -t sources < <(files '*.cpp' ':!fuzz' ':!bench')
     cppcheck --quiet --std=c++17 --library=qt --inline-suppr --error-exitcode=1 -j "$(nproc)" \
         --enable=warning,performance,portability --suppress=unknownMacro -I . \
-        $(files '*.cpp' ':!fuzz' ':!bench')
+        "${sources[@]}"
 }
 
 quick() {
@@ -107,9 +109,11 @@ each_file() {
 }
 
 case "${1-}" in
-    "") "$root/scripts/install-packages.sh" build test && quick ;;
-    --deep) "$root/scripts/install-packages.sh" build deep && deep ;;
-    --written) "$root/scripts/install-packages.sh" test && written ;;
+    "") stage=quick purposes=(build test) ;;
+    --deep) stage=deep purposes=(build deep) ;;
+    --written) stage=written purposes=(test) ;;
     *) fail "usage: scripts/check.sh [--deep | --written]" ;;
 esac
+"$root/scripts/install-packages.sh" "${purposes[@]}"
+"$stage"
 [ "$faults" -eq 0 ] || fail "$faults of the checks found faults."

@@ -66,6 +66,7 @@ stage_bundle() {
 
 run_in_window() {
     say "Starting the installer from out/bundle"
+    [ -w /opt ] || say "/opt needs administrator rights: choose a directory of yours (Custom path)."
     (cd "$out/bundle" && QT_QPA_PLATFORM="${QT_QPA_PLATFORM-xcb;wayland}" ./VornInstall)
     say "The installer has ended."
 }
@@ -76,11 +77,14 @@ run_in_window() {
 walk_virtually() {
     local mounts=(unshare --mount --propagation private)
     [ "$(id -u)" -eq 0 ] || mounts+=(--map-root-user)
-    if "${mounts[@]}" mount -t tmpfs tmpfs /opt 2>/dev/null; then
-        "${mounts[@]}" "$root/scripts/walk.sh" --private
-    else
+    if [[ $root/ == /opt/* ]]; then
+        say "This checkout lies below /opt: installing into out/own-target, no menu entries."
+        "$root/scripts/walk.sh" --own-target
+    elif ! "${mounts[@]}" mount -t tmpfs tmpfs /opt 2>/dev/null; then
         say "The kernel refuses private mounts: installing into out/own-target, no menu entries."
         "$root/scripts/walk.sh" --own-target
+    else
+        "${mounts[@]}" "$root/scripts/walk.sh" --private
     fi
 }
 

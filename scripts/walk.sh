@@ -25,7 +25,6 @@ declare -A position=(
     [path field]="200 447" [quick install]="320 320" [try it now]="320 324" [nowhere]="320 110"
     [start up check box]="37 493" [shortcut check box]="300 493")
 languages=(english chinese indonesian russian german) # in the order of the language list
-first_row_y=92 row_height=29
 
 # --- private places ---------------------------------------------------------------------------
 
@@ -79,8 +78,7 @@ start_installer() {
 point_at() {
     local x y
     read -r x y <<<"${position[$1]}"
-    xdotool mousemove --sync $((window_x + x)) $((window_y + y)) 2>/dev/null \
-        || xdotool mousemove $((window_x + x)) $((window_y + y))
+    xdotool mousemove $((window_x + x)) $((window_y + y))
 }
 
 click() {
@@ -115,16 +113,26 @@ picture() {
 }
 
 choose_language() {
+    local top height
     click "language box"
     wait_until 5 list_is_open || fail "The language list does not open"
-    position[row]="${position[language box]% *} $((first_row_y + $1 * row_height))"
+    read -r height top <<<"$(list_extent)"
+    position[row]="${position[language box]% *} $((top + height * (2 * $1 + 1) / 10))"
     click row
     point_at nowhere
 }
 
-list_is_open() {
+# Height and top of the white list below its box, read from a strip beside the texts.
+list_extent() {
     grab "$out/walk/list.png"
-    [ "$(fingerprint "$out/walk/list.png" -crop 60x40+550+120)" != "$closed_list" ]
+    convert "$out/walk/list.png" -crop 6x300+612+80 +repage -threshold 75% -format '%@' info: \
+        | awk -F '[x+]' '{ print $2, 80 + $4 }'
+}
+
+list_is_open() {
+    local height top
+    read -r height top <<<"$(list_extent)"
+    [ "$height" -gt 90 ] && [ "$height" -lt 200 ] && [ "$top" -lt 100 ]
 }
 
 # The progress page moves, so frames are taken until the picture stands still for a second. Frames
@@ -159,6 +167,15 @@ picture_progress() {
         cp "$frames/$frame.png" "$pictures/progress-$((group + 1)).png"
     done
     last_picture=
+}
+
+# Outside the rounded corners the window is transparent, so the pictures become it too.
+clear_corners() {
+    local file
+    for file in "$pictures"/*.png; do
+        convert "$file" -bordercolor black -border 1 -alpha set -fuzz 6% -fill none \
+            -floodfill +0+0 black -shave 1x1 "$file"
+    done
 }
 
 # --- the checks -------------------------------------------------------------------------------
@@ -247,8 +264,6 @@ say "Clicking through the installation"
 point_at nowhere
 wait_until 20 asked /api/system/index || fail "The installer did not ask for its init record"
 picture initial
-closed_list=$(fingerprint "$pictures/initial.png" -crop 60x40+550+120)
-cp "$pictures/initial.png" "$pictures/initial-${languages[0]}.png"
 click "language box"
 picture language-list
 click "language box"
@@ -256,8 +271,6 @@ for index in 1 2 3 4 0; do
     choose_language "$index"
     picture "initial-${languages[index]}"
 done
-check "English looks as at the start" test "$(fingerprint "$pictures/initial-english.png")" = \
-    "$(fingerprint "$pictures/initial.png")"
 
 click "custom path"
 point_at nowhere
@@ -273,6 +286,7 @@ click "quick install"
 point_at nowhere
 picture_progress
 picture finish
+clear_corners
 click "try it now"
 wait_until 20 not_running "$installer_pid" || fail "\"Try It Now\" does not end the installer"
 check "the installer ended well" wait "$installer_pid"
