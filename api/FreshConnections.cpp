@@ -18,6 +18,14 @@ bool hasRunningReply(const QNetworkAccessManager *manager)
         [](const QNetworkReply *reply) { return reply->isRunning(); });
 }
 
+// Left alone, Qt asks for compressed replies and unpacks them whole, whatever the limit of the
+// buffer: 2 MB from the network can become 2 GB. It also hides the size of a packed download.
+QNetworkRequest uncompressed(QNetworkRequest request)
+{
+    request.setRawHeader(QByteArrayLiteral("Accept-Encoding"), QByteArrayLiteral("identity"));
+    return request;
+}
+
 } // namespace
 
 FreshConnections::FreshConnections(QObject *parent)
@@ -29,7 +37,7 @@ FreshConnections::FreshConnections(QObject *parent)
 QNetworkReply *FreshConnections::post(const QNetworkRequest &request, QHttpMultiPart *form)
 {
     renew(&QNetworkAccessManager::clearConnectionCache);
-    QNetworkReply *reply = m_current->post(request, form);
+    QNetworkReply *reply = m_current->post(uncompressed(request), form);
     form->setParent(reply);
     return reply;
 }
@@ -37,12 +45,12 @@ QNetworkReply *FreshConnections::post(const QNetworkRequest &request, QHttpMulti
 QNetworkReply *FreshConnections::getFresh(const QNetworkRequest &request)
 {
     renew(&QNetworkAccessManager::clearAccessCache);
-    return m_current->get(request);
+    return m_current->get(uncompressed(request));
 }
 
 QNetworkReply *FreshConnections::get(const QNetworkRequest &request)
 {
-    return m_current->get(request);
+    return m_current->get(uncompressed(request));
 }
 
 void FreshConnections::renew(void (QNetworkAccessManager::*clear)())

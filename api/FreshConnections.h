@@ -7,8 +7,9 @@ class QNetworkAccessManager;
 class QNetworkReply;
 class QNetworkRequest;
 
-// Sends requests past the system's proxies, on connections that earlier requests have not used, so
-// that a changed address or a new tunnel takes effect at once.
+// Sends requests past the system's proxies, asks for uncompressed replies, and uses connections
+// that earlier requests have not used, so that a changed address or a new tunnel takes effect at
+// once.
 //
 // QNetworkAccessManager::clearConnectionCache() closes the connections it keeps, but also silently
 // kills every reply that still runs: such a reply neither finishes nor fails. So the cache is

@@ -1,5 +1,7 @@
 #include "api/IpCheck.h"
 
+#include "api/ReplyEnvelope.h"
+
 namespace {
 constexpr int retryLimit = 3; // compared with >=, for the scenes may set any count
 }
@@ -12,9 +14,7 @@ IpCheck::Verdict IpCheck::failed()
 
 IpCheck::Verdict IpCheck::answered(const QJsonObject &reply)
 {
-    const auto text = [&reply](
-                          const char *key) { return reply.value(QLatin1String(key)).toString(); };
-    const QString ip = text("ip");
+    const QString ip = textOf(reply, "ip");
     if (firstIpLookup) {
         firstIpLookup = false;
         localPublicIp = ip;
@@ -24,7 +24,8 @@ IpCheck::Verdict IpCheck::answered(const QJsonObject &reply)
         ++getMyIPNum;
         return Verdict::Retry;
     }
-    m_exitAddress = {ip, reply.value(QLatin1String("cityid")).toInt(), text("country"),
-        text("area"), text("province"), text("city"), text("isp")};
+    m_exitAddress = {ip, reply.value(QLatin1String("cityid")).toInt(), textOf(reply, "country"),
+        textOf(reply, "area"), textOf(reply, "province"), textOf(reply, "city"),
+        textOf(reply, "isp")};
     return ip == localPublicIp ? Verdict::NotProxied : Verdict::Proxied;
 }

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "api/FreshConnections.h"
+#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
 #include "base/Deployment.h"
 #include "crypto/Encryption.h"
@@ -73,8 +74,6 @@ void KQHttpManager::httpRequestDirect(QString url)
         reply = m_connections->get(request);
         m_directReplies.append(reply);
     }
-    // Twice the limit: at the limit itself the reply would wait for a reader instead of passing it.
-    reply->setReadBufferSize(2 * directSizeLimit);
     connect(reply, &QNetworkReply::readyRead, reply, [reply] {
         if (reply->bytesAvailable() > directSizeLimit) {
             reply->abort();
@@ -182,14 +181,13 @@ void KQHttpManager::checkRegion() { post(Request::CheckRegion); }
 void KQHttpManager::dealCheckRegion(QJsonObject &object)
 {
     debugLine() << "dealCheckRegion:" << object;
-    const QJsonObject data = object.value(QLatin1String("data")).toObject();
-    if (object.value(QLatin1String("code")).toInt() != 0
-        || data.value(QLatin1String("wl")).toInt() == 1) {
+    const QJsonObject data = dataOf(object);
+    if (!succeeded(object) || data.value(QLatin1String("wl")).toInt() == 1) {
         emit sendIsChinaIp(false);
         return;
     }
     Operating operating;
-    emit sendIsChinaIp(!operating.EnableIPInBackCh(data.value(QLatin1String("ip")).toString()));
+    emit sendIsChinaIp(!operating.EnableIPInBackCh(textOf(data, "ip")));
 }
 
 void KQHttpManager::getLocalLanguage()

@@ -94,7 +94,9 @@ void KQHttpManager::httpRequestFormdate(QString url, QHttpMultiPart *multiPart)
     QNetworkRequest request{QUrl(url)};
     createHttpHeader(request);
     QNetworkReply *reply = m_connections->post(request, multiPart);
-    reply->setReadBufferSize(replySizeLimit);
+    // The limit is lost on a reply whose request has not been sent yet.
+    connect(reply, &QNetworkReply::metaDataChanged, reply,
+        [reply] { reply->setReadBufferSize(replySizeLimit); });
     connect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyRead);
     auto *watchdog = new QReplyTimeout(reply, replyTimeOut);
     connect(watchdog, &QReplyTimeout::timeout, this, [this, url, reply] {

@@ -1,5 +1,6 @@
 #include "api/KQHttpManager.h"
 
+#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
@@ -83,7 +84,7 @@ void KQHttpManager::getInitInfo()
 
 void KQHttpManager::dealInitInfo(QJsonObject &object)
 {
-    const int code = object.value(QLatin1String("code")).toInt();
+    const int code = codeOf(object);
     if (code != 0) {
         if (code == codeRegionRefused) {
             debugLine() << "地区限制，不可以使用此软件";
@@ -92,18 +93,18 @@ void KQHttpManager::dealInitInfo(QJsonObject &object)
         return;
     }
     debugLine() << "dealInitInfo:" << object;
-    const QJsonObject data = object.value(QLatin1String("data")).toObject();
+    const QJsonObject data = dataOf(object);
     const auto text = [&data](
                           const char *key) { return data.value(QLatin1String(key)).toString(); };
     DataManager &settings = *m_dataManager;
     for (const TextSetting &address : pageAddresses) {
-        (settings.*address.store)(text(address.key));
+        (settings.*address.store)(textOf(data, address.key));
     }
-    settings.setEmailVerificationSwitch(text("email_verification_switch").toInt());
+    settings.setEmailVerificationSwitch(textOf(data, "email_verification_switch").toInt());
     if (settings.getVpnModel() == 0) {
-        storeDefaultMode(settings, text("default_mode"));
+        storeDefaultMode(settings, textOf(data, "default_mode"));
     }
-    settings.setP2pSwitch(text("p2p_switch").toInt());
+    settings.setP2pSwitch(textOf(data, "p2p_switch").toInt());
     const QJsonObject portsSent = data.value(QLatin1String("srv_ports")).toObject();
     for (const Port &port : ports) {
         storeWhenPresent(settings, portsSent, port.key, port.store);
@@ -111,7 +112,7 @@ void KQHttpManager::dealInitInfo(QJsonObject &object)
     for (const TextSetting &address : shopAddresses) {
         storeWhenPresent(settings, data, address.key, address.store);
     }
-    settings.setSupportProtocols(text("support_protocols"));
+    settings.setSupportProtocols(textOf(data, "support_protocols"));
     for (const Port &port : ports) {
         debugLine() << port.label << (settings.*port.stored)();
     }

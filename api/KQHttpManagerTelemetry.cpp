@@ -2,16 +2,9 @@
 
 #include <QHash>
 
+#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
 #include "settings/DataManager.h"
-
-namespace {
-
-bool succeeded(const QJsonObject &reply) { return reply.value(QLatin1String("code")).toInt() == 0; }
-
-QString messageOf(const QJsonObject &reply) { return reply.value(QLatin1String("msg")).toString(); }
-
-} // namespace
 
 void KQHttpManager::pushLog(QString flag, QString type, QString status, QString info)
 {

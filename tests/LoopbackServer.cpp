@@ -76,6 +76,7 @@ LoopbackServer::LoopbackServer()
     connect(this, &QTcpServer::newConnection, this, [this] {
         ++m_connections;
         QTcpSocket *socket = nextPendingConnection();
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QTcpSocket::readyRead, socket,
             [this, socket, buffer = std::make_shared<QByteArray>()] { serve(socket, *buffer); });
     });
@@ -147,13 +148,17 @@ void LoopbackServer::send(QTcpSocket *socket, const Answer &answer)
     const QByteArray length =
         "Content-Length: " + QByteArray::number(answer.body.size() + missing) + "\r\n";
     socket->write("HTTP/1.1 " + QByteArray::number(answer.status) + " Some reason\r\n"
-        + answer.headers + (answer.manner == Endless ? QByteArray() : length) + "\r\n"
+        + answer.headers
+        + (answer.manner == Endless || answer.headers.contains("chunked") ? QByteArray() : length) + "\r\n"
         + answer.body);
     connect(socket, &QTcpSocket::bytesWritten, this, [this](qint64 n) { m_bytesSent += n; });
     if (answer.manner == Cut) {
         socket->disconnectFromHost();
     } else if (answer.manner == Endless) {
-        connect(socket, &QTcpSocket::bytesWritten, socket,
-            [socket, body = answer.body] { socket->write(body); });
+        connect(socket, &QTcpSocket::bytesWritten, socket, [socket, body = answer.body] {
+            if (socket->bytesToWrite() == 0) {
+                socket->write(body);
+            }
+        });
     }
 }
