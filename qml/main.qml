@@ -24,17 +24,17 @@ Rectangle {
     signal hideWindows()
 
     function createPages() {
-        const loaders = [pathPanel, installingPage, finishPage];
-        for (let i = 0; i < loaders.length; ++i)
-            loaders[i].active = true;
+        pathPanel.active = true;
+        installingPage.active = true;
+        finishPage.active = true;
     }
 
     // For the user who is faster than the loaders.
     function completePages() {
-        createPages();
         pathPanel.asynchronous = false;
         installingPage.asynchronous = false;
         finishPage.asynchronous = false;
+        createPages();
     }
 
     function showPage(page) {
@@ -124,10 +124,16 @@ Rectangle {
     }
 
     function showProgress() {
-        if (!installingPage.item.tick())
-            return;
-        progressTimer.stop();
+        const page = installingPage.item;
+        page.showValue();
+        if (page.value === 100)
+            finishInstallation();
+        page.value += 1;
+    }
+
+    function finishInstallation() {
         showPage(finishPage);
+        progressTimer.stop();
         if (usedByKeyboard)
             finishPage.item.tryItNowButton.forceActiveFocus();
     }
@@ -139,6 +145,7 @@ Rectangle {
         quitTimer.start();
     }
 
+    objectName: "mainWindow"
     width: 640
     height: 520
     color: "transparent"

@@ -125,8 +125,8 @@ Rectangle {
 
         x: root.textLeftMargin === 0 ? (root.width - width) / 2 : start
         y: (root.height - height) / 2 + (area.pressed ? 1 : 0)
-        width: !fitted ? implicitWidth : root.textLeftMargin === 0 ? root.width : root.width - start
-        horizontalAlignment: root.textLeftMargin === 0 ? Text.AlignHCenter : Text.AlignLeft
+        width: !fitted ? undefined : root.textLeftMargin === 0 ? root.width : root.width - start
+        horizontalAlignment: fitted && root.textLeftMargin === 0 ? Text.AlignHCenter : Text.AlignLeft
         visible: root.textVisible
         color: internal.phase === "" ? root.textColor
                                      : internal.phase === "in" ? root.pressedTextColor

@@ -42,15 +42,11 @@ Rectangle {
         }
     ]
 
-    // One step of the bar. True when it was the last.
-    function tick() {
+    function showValue() {
         percentage = value + "%";
         const next = stages.findIndex(function(entry) { return entry.begin === value; });
         if (next >= 0)
             stage = next;
-        const done = value === 100;
-        value += 1;
-        return done;
     }
 
     radius: 12
