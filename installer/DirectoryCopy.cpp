@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -43,8 +44,7 @@ public:
     bool copy(const QString &fromDir, const QString &toDir, const DirectoryIdentity &source);
 
 private:
-    bool copyEntries(const QString &fromDir, const QString &toDir);
-    bool copyFile(const QString &from, const QString &to) const;
+    bool copyEntries(const QString &fromDir, const QString &toDir, bool removeOld);
     bool inProgress(const DirectoryIdentity &directory) const
     {
         return std::find(m_inProgress.begin(), m_inProgress.end(), directory) != m_inProgress.end();
@@ -61,14 +61,15 @@ bool DirectoryCopier::copy(
     debugLine() << "copyDirectoryFiles:fromDir" << fromDir;
     debugLine() << "copyDirectoryFiles:toDir" << toDir;
     const QDir target(toDir);
-    if (!target.exists() && !QDir().mkdir(target.absolutePath())) {
+    const bool existed = target.exists();
+    if (!existed && !QDir().mkdir(target.absolutePath())) {
         return false;
     }
     const DirectoryIdentity written = DirectoryIdentity::of(target.absolutePath());
     if (!(source == written)) {
         m_inProgress.push_back(source);
         m_inProgress.push_back(written);
-        const bool copied = copyEntries(fromDir, toDir);
+        const bool copied = copyEntries(fromDir, toDir, m_cover && existed);
         m_inProgress.resize(m_inProgress.size() - 2);
         if (!copied) {
             return false;
@@ -78,9 +79,9 @@ bool DirectoryCopier::copy(
     return true;
 }
 
-bool DirectoryCopier::copyEntries(const QString &fromDir, const QString &toDir)
+bool DirectoryCopier::copyEntries(const QString &fromDir, const QString &toDir, bool removeOld)
 {
-    const QString toPrefix = toDir + QLatin1Char('/');
+    const QString toPrefix = QDir(toDir).path() + QLatin1Char('/'); // an empty name is "."
     const QFileInfoList entries = QDir(fromDir).entryInfoList();
     for (const QFileInfo &entry : entries) {
         const QString name = entry.fileName();
@@ -90,7 +91,13 @@ bool DirectoryCopier::copyEntries(const QString &fromDir, const QString &toDir)
         const QString from = entry.filePath();
         const QString to = toPrefix + name;
         if (!entry.isDir()) {
-            if (!copyFile(from, to)) {
+            if (removeOld) {
+                // Much cheaper than QFile::remove(), which counts for small files. It takes a
+                // dangling link too; whether it fails since there is nothing or since it may not,
+                // the copy tells.
+                unlink(QFile::encodeName(to).constData());
+            }
+            if (!QFile::copy(from, to)) {
                 return false;
             }
             continue;
@@ -103,16 +110,6 @@ bool DirectoryCopier::copyEntries(const QString &fromDir, const QString &toDir)
         }
     }
     return true;
-}
-
-bool DirectoryCopier::copyFile(const QString &from, const QString &to) const
-{
-    if (m_cover) {
-        // Removes a dangling link too, which an existence test would not see. Whether it fails
-        // because there is nothing or because it may not: the copy tells.
-        QFile::remove(to);
-    }
-    return QFile::copy(from, to);
 }
 
 } // namespace
