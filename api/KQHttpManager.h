@@ -35,12 +35,12 @@ public:
 
     // Transport.
     void createHttpHeader(QNetworkRequest &request);
-    void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value);
-    void httpRequestFormdate(
-        QString url, QHttpMultiPart *multiPart); // the form goes with its reply
-    Q_INVOKABLE void httpRequestDirect(QString url); // unsigned GET
-    void dealJsonData(QNetworkReply *reply, QByteArray body);
-    void dealReplyTimeOut(QString url);
+    void addFormData(QHttpMultiPart *multiPart, const QString &name, const QByteArray &value);
+    // The form goes with its reply.
+    void httpRequestFormdate(const QString &url, QHttpMultiPart *multiPart);
+    Q_INVOKABLE void httpRequestDirect(const QString &url); // unsigned GET
+    void dealJsonData(QNetworkReply *reply, const QByteArray &body);
+    void dealReplyTimeOut(const QString &url);
 
     // Discovery, region, initialisation.
     Q_INVOKABLE void getDomainNameFromWeb();
@@ -52,45 +52,49 @@ public:
     void setTestDomainName(const QString &value);
 
     // Account.
-    Q_INVOKABLE void userLogin(QString email, QString password);
+    Q_INVOKABLE void userLogin(const QString &email, const QString &password);
     Q_INVOKABLE void userVisitorLogin();
-    Q_INVOKABLE void userRegister(QString email, QString password, QString code);
-    Q_INVOKABLE void userRegisterActive(QString email, QString password);
-    Q_INVOKABLE void findPasswd(QString email, QString password, QString code);
-    Q_INVOKABLE void getEmailCode(QString email, QString codeType);
-    Q_INVOKABLE void thirdLogin(QString platform);
+    Q_INVOKABLE void userRegister(
+        const QString &email, const QString &password, const QString &code);
+    Q_INVOKABLE void userRegisterActive(const QString &email, const QString &password);
+    Q_INVOKABLE void findPasswd(const QString &email, const QString &password, const QString &code);
+    Q_INVOKABLE void getEmailCode(const QString &email, const QString &codeType);
+    Q_INVOKABLE void thirdLogin(const QString &platform);
     Q_INVOKABLE void getUserInfoAfterLogin();
     Q_INVOKABLE void signOut();
 
     // Updates and downloads.
     Q_INVOKABLE void checkUpdate();
     Q_INVOKABLE void checkIsNeedHotUpdate();
-    Q_INVOKABLE void downloadUpdateFile(QString url);
-    Q_INVOKABLE void httpRequestFile(QString url, int kind);
+    Q_INVOKABLE void downloadUpdateFile(const QString &url);
+    Q_INVOKABLE void httpRequestFile(const QString &url, int kind);
 
     // Telemetry.
-    Q_INVOKABLE void pushLog(QString flag, QString type, QString status, QString info);
-    Q_INVOKABLE void sendOperationRecord(QString type);
-    Q_INVOKABLE void addLineLinkInfo(int serverId, QString status, QString startOrEnd);
+    Q_INVOKABLE void pushLog(
+        const QString &flag, const QString &type, const QString &status, const QString &info);
+    Q_INVOKABLE void sendOperationRecord(const QString &type);
+    Q_INVOKABLE void addLineLinkInfo(
+        int serverId, const QString &status, const QString &startOrEnd);
     Q_INVOKABLE void sendPushLinkLog(
-        int srvid, QString status, long startTime, long endTime, QString protocol);
+        int srvid, const QString &status, long startTime, long endTime, const QString &protocol);
     Q_INVOKABLE void pushMyIpToServer();
     Q_INVOKABLE int getGetMyIPNum() const;
     Q_INVOKABLE void setGetMyIPNum(int value);
     Q_INVOKABLE void resetGetMyIPNum();
-    Q_INVOKABLE void appendSearchWordList(QString word);
+    Q_INVOKABLE void appendSearchWordList(const QString &word);
     Q_INVOKABLE void pushSearchLineWord();
-    Q_INVOKABLE void pushLanguage(int type, QString language);
-    Q_INVOKABLE void getDownloadLink(QString email);
+    Q_INVOKABLE void pushLanguage(int type, const QString &language);
+    Q_INVOKABLE void getDownloadLink(const QString &email);
 
     // Feedback.
-    Q_INVOKABLE void feedBack(QString tag, QString content, QString type, QString linkman,
-        QString attachment, QString props, QString rate);
+    Q_INVOKABLE void feedBack(QString tag, const QString &content, const QString &type,
+        const QString &linkman, const QString &attachment, const QString &props,
+        const QString &rate);
     Q_INVOKABLE void getLineFeedBackQuestion();
 
     // Line catalogue.
     Q_INVOKABLE void getAllLineInfo();
-    Q_INVOKABLE void getLineInfo(QString word);
+    Q_INVOKABLE void getLineInfo(const QString &word);
     Q_INVOKABLE QList<QObject *> getLineInfoModelList();
 
     // Reply handlers, called by the router with the reply's JSON object.
@@ -117,11 +121,11 @@ public:
     void dealLineFeedBackQuestion(QJsonObject &object);
     void dealLineInfo(QJsonObject &object);
 
-public slots:
-    void replyReadyRead();
-    void replyReadyReadDirect();
-    void onDownloadProgress(qint64 received, qint64 total);
-    void onFinished();
+    // Receivers of the replies' own signals.
+    Q_SLOT void replyReadyRead();
+    Q_SLOT void replyReadyReadDirect();
+    Q_SLOT void onDownloadProgress(qint64 received, qint64 total);
+    Q_SLOT void onFinished();
 
 signals:
     void getHttpCode(int status);
@@ -192,4 +196,4 @@ private:
 };
 
 // The same as the member, for code that has no manager at hand.
-void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value);
+void addFormData(QHttpMultiPart *multiPart, const QString &name, const QByteArray &value);

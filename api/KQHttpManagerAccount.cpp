@@ -20,7 +20,7 @@ void report(KQHttpManager *manager, AccountStatus status, const QJsonObject &rep
 
 } // namespace
 
-void KQHttpManager::userLogin(QString email, QString password)
+void KQHttpManager::userLogin(const QString &email, const QString &password)
 {
     if (!m_dataManager->getUserInfo().getSession().isEmpty()) {
         debugLine() << "session存在，直接是登录状态";
@@ -78,7 +78,7 @@ void KQHttpManager::dealUserVisitorLoginInfo(QJsonObject &object)
     }
 }
 
-void KQHttpManager::userRegister(QString email, QString password, QString code)
+void KQHttpManager::userRegister(const QString &email, const QString &password, const QString &code)
 {
     post(Request::Register, {{"code", code}, {"email", email}, {"password", password}});
 }
@@ -89,7 +89,7 @@ void KQHttpManager::dealUserRegisterInfo(QJsonObject &object)
     report(this, &KQHttpManager::registerStatus, object);
 }
 
-void KQHttpManager::userRegisterActive(QString email, QString password)
+void KQHttpManager::userRegisterActive(const QString &email, const QString &password)
 {
     debugLine() << "注册激活";
     post(Request::RegisterActive, {{"email", email}, {"password", password}});
@@ -101,7 +101,7 @@ void KQHttpManager::dealUserRegisterActiveInfo(QJsonObject &object)
     report(this, &KQHttpManager::registerActiveStatus, object);
 }
 
-void KQHttpManager::findPasswd(QString email, QString password, QString code)
+void KQHttpManager::findPasswd(const QString &email, const QString &password, const QString &code)
 {
     post(Request::FindPassword, {{"code", code}, {"email", email}, {"password", password}});
 }
@@ -111,7 +111,7 @@ void KQHttpManager::dealFindPasswdInfo(QJsonObject &object)
     report(this, &KQHttpManager::findPasswdStatus, object);
 }
 
-void KQHttpManager::getEmailCode(QString email, QString codeType)
+void KQHttpManager::getEmailCode(const QString &email, const QString &codeType)
 {
     post(Request::EmailCode, {{"email", email}, {"code_type", codeType}});
 }
@@ -121,7 +121,7 @@ void KQHttpManager::dealEmailCodeInfo(QJsonObject &object)
     report(this, &KQHttpManager::getEmailCodeStatus, object);
 }
 
-void KQHttpManager::thirdLogin(QString platform)
+void KQHttpManager::thirdLogin(const QString &platform)
 {
     debugLine() << "进行三方登录";
     Form form = {{"platform", platform}, {"email", m_dataManager->getUserName()},

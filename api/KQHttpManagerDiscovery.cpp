@@ -20,7 +20,7 @@ constexpr int lookupRetryDelay = 3000; // milliseconds
 
 // A discovery file is one line, a lookup's answer a few. Nothing watches the time of these
 // requests, so a longer body is cut, which counts as an error of that reply.
-constexpr qint64 directSizeLimit = 1024 * 1024;
+constexpr qint64 directSizeLimit = 1024LL * 1024;
 
 QString decipher(const QByteArray &text)
 {
@@ -60,7 +60,7 @@ void KQHttpManager::releaseDirectReplies()
 
 void KQHttpManager::requestWebAddress() { httpRequestDirect(m_ipLookupAddress); }
 
-void KQHttpManager::httpRequestDirect(QString url)
+void KQHttpManager::httpRequestDirect(const QString &url)
 {
     if (url.isEmpty()) {
         return;
@@ -162,7 +162,7 @@ void KQHttpManager::dealLookupAnswer(const QByteArray &body)
 
 void KQHttpManager::retryLookup()
 {
-    QTimer::singleShot(lookupRetryDelay, this, &KQHttpManager::requestWebAddress);
+    QTimer::singleShot(lookupRetryDelay, this, [this] { requestWebAddress(); });
 }
 
 void KQHttpManager::dealWebAddress(QJsonObject &object)

@@ -18,7 +18,7 @@ constexpr int replyTimeOut = 10000; // milliseconds
 
 // No honest reply comes near it. A body that does stops being read there, and the watchdog ends it
 // like any other that does not finish in time.
-constexpr qint64 replySizeLimit = 32 * 1024 * 1024;
+constexpr qint64 replySizeLimit = 32LL * 1024 * 1024;
 
 } // namespace
 
@@ -64,7 +64,7 @@ void KQHttpManager::createHttpHeader(QNetworkRequest &request)
     set("_sign", signatureOf(text));
 }
 
-void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value)
+void addFormData(QHttpMultiPart *multiPart, const QString &name, const QByteArray &value)
 {
     QHttpPart part;
     part.setHeader(QNetworkRequest::ContentDispositionHeader,
@@ -73,9 +73,10 @@ void addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value)
     multiPart->append(part);
 }
 
-void KQHttpManager::addFormData(QHttpMultiPart *multiPart, QString name, QByteArray value)
+void KQHttpManager::addFormData(
+    QHttpMultiPart *multiPart, const QString &name, const QByteArray &value)
 {
-    ::addFormData(multiPart, std::move(name), std::move(value));
+    ::addFormData(multiPart, name, value);
 }
 
 void KQHttpManager::post(Request request, const Form &form)
@@ -87,7 +88,7 @@ void KQHttpManager::post(Request request, const Form &form)
     httpRequestFormdate(m_baseAddress + QLatin1String(endpointOf(request).path), multiPart);
 }
 
-void KQHttpManager::httpRequestFormdate(QString url, QHttpMultiPart *multiPart)
+void KQHttpManager::httpRequestFormdate(const QString &url, QHttpMultiPart *multiPart)
 {
     debugLine() << "接口请求:" << url;
     m_replyHandled = false;
@@ -132,7 +133,7 @@ void KQHttpManager::replyReadyRead()
     reply->deleteLater();
 }
 
-void KQHttpManager::dealJsonData(QNetworkReply *reply, QByteArray body)
+void KQHttpManager::dealJsonData(QNetworkReply *reply, const QByteArray &body)
 {
     QJsonParseError error{};
     QJsonObject object = QJsonDocument::fromJson(body, &error).object();
@@ -157,7 +158,7 @@ void KQHttpManager::dealJsonData(QNetworkReply *reply, QByteArray body)
     (this->*endpoint->deal)(object);
 }
 
-void KQHttpManager::dealReplyTimeOut(QString url)
+void KQHttpManager::dealReplyTimeOut(const QString &url)
 {
     debugLine() << "请求超时" << url;
     const Endpoint *endpoint = findEndpointOfUrl(url);

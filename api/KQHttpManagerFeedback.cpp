@@ -6,8 +6,8 @@
 #include "base/DebugLine.h"
 #include "settings/DataManager.h"
 
-void KQHttpManager::feedBack(QString tag, QString content, QString type, QString linkman,
-    QString attachment, QString props, QString rate)
+void KQHttpManager::feedBack(QString tag, const QString &content, const QString &type,
+    const QString &linkman, const QString &attachment, const QString &props, const QString &rate)
 {
     if (type == QLatin1String("2")) {
         tag.chop(1); // the screen of this type ends its list of tags with a comma

@@ -94,8 +94,6 @@ void KQHttpManager::dealInitInfo(QJsonObject &object)
     }
     debugLine() << "dealInitInfo:" << object;
     const QJsonObject data = dataOf(object);
-    const auto text = [&data](
-                          const char *key) { return data.value(QLatin1String(key)).toString(); };
     DataManager &settings = *m_dataManager;
     for (const TextSetting &address : pageAddresses) {
         (settings.*address.store)(textOf(data, address.key));

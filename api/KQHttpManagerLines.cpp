@@ -5,7 +5,10 @@
 
 void KQHttpManager::getAllLineInfo() { post(Request::AllLines); }
 
-void KQHttpManager::getLineInfo(QString word) { post(Request::SearchLines, {{"word", word}}); }
+void KQHttpManager::getLineInfo(const QString &word)
+{
+    post(Request::SearchLines, {{"word", word}});
+}
 
 void KQHttpManager::dealLineInfo(QJsonObject &object)
 {

@@ -6,7 +6,8 @@
 #include "base/DebugLine.h"
 #include "settings/DataManager.h"
 
-void KQHttpManager::pushLog(QString flag, QString type, QString status, QString info)
+void KQHttpManager::pushLog(
+    const QString &flag, const QString &type, const QString &status, const QString &info)
 {
     debugLine() << "pushLog:" << flag << ":" << type << ":" << status << ":" << info;
     if (flag == QLatin1String("delay")) {
@@ -31,7 +32,7 @@ void KQHttpManager::dealPushLog(QJsonObject &object)
     }
 }
 
-void KQHttpManager::sendOperationRecord(QString type)
+void KQHttpManager::sendOperationRecord(const QString &type)
 {
     post(Request::OperationRecord, {{"type", type}});
 }
@@ -44,7 +45,7 @@ void KQHttpManager::dealOperationRecord(QJsonObject &object)
     emit sendOperationRecordStatus(succeeded(object), messageOf(object));
 }
 
-void KQHttpManager::addLineLinkInfo(int serverId, QString status, QString startOrEnd)
+void KQHttpManager::addLineLinkInfo(int serverId, const QString &status, const QString &startOrEnd)
 {
     const auto due = m_linkLog.add(serverId, status, startOrEnd, m_dataManager->getVpnModel());
     if (due) {
@@ -59,7 +60,7 @@ void KQHttpManager::sendLinkLog(const LineLinkInfo &record)
 }
 
 void KQHttpManager::sendPushLinkLog(
-    int srvid, QString status, long startTime, long endTime, QString protocol)
+    int srvid, const QString &status, long startTime, long endTime, const QString &protocol)
 {
     debugLine() << "发送连接日志:" << srvid << "[" << status << "][" << startTime << "][" << endTime
                 << "][" << protocol << "]";
@@ -111,7 +112,7 @@ void KQHttpManager::dealPushMyIp(QJsonObject &object)
     }
 }
 
-void KQHttpManager::appendSearchWordList(QString word) { m_searchWords.append(word); }
+void KQHttpManager::appendSearchWordList(const QString &word) { m_searchWords.append(word); }
 
 void KQHttpManager::pushSearchLineWord()
 {
@@ -133,7 +134,7 @@ void KQHttpManager::dealPushSearchLineWord(QJsonObject &object)
     }
 }
 
-void KQHttpManager::pushLanguage(int type, QString language)
+void KQHttpManager::pushLanguage(int type, const QString &language)
 {
     post(Request::PushLanguage, {{"type", QString::number(type)}, {"language", language}});
 }
@@ -147,7 +148,7 @@ void KQHttpManager::dealPushLanguage(QJsonObject &object)
     }
 }
 
-void KQHttpManager::getDownloadLink(QString email)
+void KQHttpManager::getDownloadLink(const QString &email)
 {
     post(Request::DownloadLink, {{"email", email}});
 }

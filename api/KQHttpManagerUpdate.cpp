@@ -86,12 +86,12 @@ void KQHttpManager::dealHotUpdate(QJsonObject &object)
     }
 }
 
-void KQHttpManager::downloadUpdateFile(QString url)
+void KQHttpManager::downloadUpdateFile(const QString &url)
 {
     httpRequestFile(url, FileDownload::FullPackage);
 }
 
-void KQHttpManager::httpRequestFile(QString url, int kind)
+void KQHttpManager::httpRequestFile(const QString &url, int kind)
 {
     const QString installPath = m_dataManager->getInstallPath();
     debugLine() << "getInstallPath:" << installPath << " type:" << kind << " url:" << url;
