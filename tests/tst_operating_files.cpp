@@ -6,7 +6,16 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <atomic>
+// What is planted below a new directory, what is asked there, and what is there afterwards.
+struct Case {
+    const char *name;
+    QStringList planted;
+    QString path;
+    bool flag; // cover or overwrite
+    int outcome; // of a copy: the number of signals n, or -1 - n when it fails
+    QStringList expected;
+};
+Q_DECLARE_METATYPE(Case)
 
 namespace {
 
@@ -48,6 +57,14 @@ QStringList tree(const QString &root)
     return entries;
 }
 
+void addRows(std::initializer_list<Case> rows)
+{
+    QTest::addColumn<Case>("row");
+    for (const Case &row : rows) {
+        QTest::newRow(row.name) << row;
+    }
+}
+
 } // namespace
 
 class TestOperatingFiles : public QObject {
@@ -57,7 +74,6 @@ private slots:
     void init();
     void copiesATree_data();
     void copiesATree();
-    void queuedCopiesSignalFromThePool();
     void copyOutlivesItsObject();
     void removesADirectory_data();
     void removesADirectory();
@@ -81,74 +97,43 @@ void TestOperatingFiles::init()
 
 void TestOperatingFiles::copiesATree_data()
 {
-    QTest::addColumn<QStringList>("planted");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<bool>("cover");
-    QTest::addColumn<int>("signalCount"); // the copy succeeds when it is not negative
-    QTest::addColumn<QStringList>("expected"); // in the target
-    const auto row = [](const char *name, const QStringList &planted, const QString &target,
-                         bool cover, int signalCount, const QStringList &expected) {
-        QTest::newRow(name) << planted << target << cover << signalCount << expected;
-    };
-    row("three nested directories", {"s/a/b/f=1", "s/g=2"}, "t", false, 3,
-        {"a/", "a/b/", "a/b/f=1", "g=2"});
-    row("hidden entries stay behind", {"s/.f=1", "s/.d/f=1", "s/f=2"}, "t", true, 1, {"f=2"});
-    row("a link is copied as what it leads to", {"s/d/f=1", "s/e->d", "s/g->d/f", "s/x->none"}, "t",
-        true, 3, {"d/", "d/f=1", "e/", "e/f=1", "g=1"});
-    row("an existing file is replaced", {"s/f=1", "t/f=old", "t/g=2"}, "t", true, 1,
-        {"f=1", "g=2"});
-    row("an existing file stops the copy", {"s/a=1", "s/b=2", "s/c=3", "t/b=old"}, "t", false, -1,
-        {"a=1", "b=old"});
-    row("a directory in the place of a file", {"s/f=1", "t/f/"}, "t", true, -1, {"f/"});
-    row("a dangling link in the place of a file", {"s/f=1", "t/f->none"}, "t", true, 1, {"f=1"});
-    row("a failure below stops what is above", {"s/a/f=1", "s/b/f=2", "s/c=3", "t/b/f/"}, "t", true,
-        -2, {"a/", "a/f=1", "b/", "b/f/"});
-    row("the parent of the target is missing", {"s/f=1"}, "none/t", true, -1, {});
-    row("the parent of the target is a file", {"s/f=1"}, "s/f/t", true, -1, {});
-    row("the source itself", {"s/f=1", "s/d/g=2"}, "s", true, 1, {"d/", "d/g=2", "f=1"});
-    row("the source by another way", {"s/f=1"}, "s/../s/", true, 1, {"f=1"});
-    row("the source behind a link", {"s/f=1", "t->s"}, "t", true, 1, {"f=1"});
-    row("a subdirectory that is its own target", {"s/d/f=1", "t/d->../s/d"}, "t", true, 2,
-        {"d->d"});
-    row("a target inside the source", {"s/d/f=1", "s/g=2"}, "s/d/t", true, 2,
-        {"d/", "d/f=1", "g=2"});
-    row("a link to a parent directory", {"s/d/f=1", "s/d/up->..", "s/top->.."}, "t", true, 3,
-        {"d/", "d/f=1", "top/"});
-    row("links that lead into each other", {"s/a/b->../b", "s/b/a->../a"}, "t", true, 5,
-        {"a/", "a/b/", "b/", "b/a/"});
+    addRows({
+        {"three nested directories", {"s/a/b/f=1", "s/g=2"}, "t", false, 3,
+            {"a/", "a/b/", "a/b/f=1", "g=2"}},
+        {"hidden entries stay behind", {"s/.f=1", "s/.d/f=1", "s/f=2"}, "t", true, 1, {"f=2"}},
+        {"links become copies", {"s/d/f=1", "s/e->d", "s/g->d/f", "s/x->none"}, "t", true, 3,
+            {"d/", "d/f=1", "e/", "e/f=1", "g=1"}},
+        {"an existing file is replaced", {"s/f=1", "t/f=old", "t/g=2"}, "t", true, 1,
+            {"f=1", "g=2"}},
+        {"an existing file stops the copy", {"s/a=1", "s/b=2", "s/c=3", "t/b=old"}, "t", false, -1,
+            {"a=1", "b=old"}},
+        {"a directory in its place", {"s/f=1", "t/f/"}, "t", true, -1, {"f/"}},
+        {"a dangling link in its place", {"s/f=1", "t/f->none"}, "t", true, 1, {"f=1"}},
+        {"a failure below", {"s/a/f=1", "s/b/f=2", "s/c=3", "t/b/f/"}, "t", true, -2,
+            {"a/", "a/f=1", "b/", "b/f/"}},
+        {"the parent is missing", {"s/f=1"}, "none/t", true, -1, {}},
+        {"the parent is a file", {"s/f=1"}, "s/f/t", true, -1, {}},
+        {"the source itself", {"s/f=1", "s/d/g=2"}, "s", true, 1, {"d/", "d/g=2", "f=1"}},
+        {"the source by another way", {"s/f=1"}, "s/../s/", true, 1, {"f=1"}},
+        {"the source behind a link", {"s/f=1", "t->s"}, "t", true, 1, {"f=1"}},
+        {"a part is its own target", {"s/d/f=1", "t/d->../s/d"}, "t", true, 2, {"d->d"}},
+        {"a target inside the source", {"s/d/f=1", "s/g=2"}, "s/d/t", true, 2,
+            {"d/", "d/f=1", "g=2"}},
+        {"a link to a parent directory", {"s/d/f=1", "s/d/up->..", "s/top->.."}, "t", true, 3,
+            {"d/", "d/f=1", "top/"}},
+        {"links into each other", {"s/a/b->../b", "s/b/a->../a"}, "t", true, 5,
+            {"a/", "a/b/", "b/", "b/a/"}},
+    });
 }
 
 void TestOperatingFiles::copiesATree()
 {
-    QFETCH(QStringList, planted);
-    QFETCH(QString, target);
-    QFETCH(bool, cover);
-    QFETCH(int, signalCount);
-    QFETCH(QStringList, expected);
-    plant(root, planted);
-
+    QFETCH(Case, row);
+    plant(root, row.planted);
     const QSignalSpy spy(&operating, &Operating::copyDirectorySuccess);
-    QCOMPARE(
-        operating.copyDirectoryFiles(root + "/s", root + '/' + target, cover), signalCount >= 0);
-    QCOMPARE(spy.count(), signalCount >= 0 ? signalCount : -signalCount - 1);
-    QCOMPARE(tree(root + '/' + target), expected);
-}
-
-void TestOperatingFiles::queuedCopiesSignalFromThePool()
-{
-    plant(root, {"s/a/f=1", "s/g=2"});
-    std::atomic<int> foreignSignals = 0;
-    connect(
-        &operating, &Operating::copyDirectorySuccess, this,
-        [this, &foreignSignals] { foreignSignals += thread() != QThread::currentThread(); },
-        Qt::DirectConnection);
-    for (int i = 0; i < 5; ++i) {
-        QVERIFY(operating.copyDirectoryFilesThread(root + "/s", root + "/t", true));
-    }
-    Operating::waitForCopies();
-    operating.disconnect(this);
-    QCOMPARE(foreignSignals.load(), 10);
-    QCOMPARE(tree(root + "/t"), tree(root + "/s"));
+    const bool copied = operating.copyDirectoryFiles(root + "/s", root + '/' + row.path, row.flag);
+    QCOMPARE(copied ? spy.count() : -1 - spy.count(), row.outcome);
+    QCOMPARE(tree(root + '/' + row.path), row.expected);
 }
 
 void TestOperatingFiles::copyOutlivesItsObject()
@@ -170,66 +155,48 @@ void TestOperatingFiles::copyOutlivesItsObject()
 
 void TestOperatingFiles::removesADirectory_data()
 {
-    QTest::addColumn<QStringList>("planted");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("result");
-    QTest::addColumn<QStringList>("left");
-    const auto row = [](const char *name, const QStringList &planted, const QString &path,
-                         bool result, const QStringList &left) {
-        QTest::newRow(name) << planted << path << result << left;
-    };
-    row("nothing there", {"k=1"}, "none", true, {"k=1"});
-    row("a file", {"k=1"}, "k", true, {"k=1"});
-    row("with its emptied parents", {"k=1", "p/q/r/f=1", "p/q/g=1"}, "p/q", true, {"k=1"});
-    row("only subdirectories", {"k=1", "p/q/r/", "p/q/s/"}, "p", true, {"k=1"});
-    row("a hidden entry stays", {"p/.h=1", "p/f=1"}, "p", false, {"p/", "p/.h=1"});
-    row("a link to a directory", {"o/f=1", "p/l->../o"}, "p", true, {"o/", "o/f=1"});
-    row("the path is a link", {"o/f=1", "p->o"}, "p/", true, {"o/", "o/f=1"});
-    row("a link whose target goes first", {"k=1", "p/a/f=1", "p/b->a/f"}, "p", true, {"k=1"});
+    addRows({
+        {"nothing there", {"k=1"}, "none", false, 1, {"k=1"}},
+        {"a file", {"k=1"}, "k", false, 1, {"k=1"}},
+        {"with its emptied parents", {"k=1", "p/q/r/f=1", "p/q/g=1"}, "p/q", false, 1, {"k=1"}},
+        {"only subdirectories", {"k=1", "p/q/r/", "p/q/s/"}, "p", false, 1, {"k=1"}},
+        {"a hidden entry stays", {"p/.h=1", "p/f=1"}, "p", false, 0, {"p/", "p/.h=1"}},
+        {"a link to a directory", {"o/f=1", "p/l->../o"}, "p", false, 1, {"o/", "o/f=1"}},
+        {"the path is a link", {"o/f=1", "p->o"}, "p/", false, 1, {"o/", "o/f=1"}},
+        {"a link whose target goes first", {"k=1", "p/a/f=1", "p/b->a/f"}, "p", false, 1, {"k=1"}},
+    });
 }
 
 void TestOperatingFiles::removesADirectory()
 {
-    QFETCH(QStringList, planted);
-    QFETCH(QString, path);
-    QFETCH(bool, result);
-    plant(root, planted);
+    QFETCH(Case, row);
+    plant(root, row.planted);
     QVERIFY(!operating.DelDir(QString()));
-    QCOMPARE(operating.DelDir(root + '/' + path), result);
-    QTEST(tree(root), "left");
+    QCOMPARE(operating.DelDir(root + '/' + row.path), row.outcome != 0);
+    QCOMPARE(tree(root), row.expected);
 }
 
 void TestOperatingFiles::createsAFile_data()
 {
-    QTest::addColumn<QStringList>("planted");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("overwrite");
-    QTest::addColumn<bool>("result");
-    QTest::addColumn<QStringList>("expected");
-    const auto row = [](const char *name, const QStringList &planted, const QString &path,
-                         bool overwrite, bool result, const QStringList &expected) {
-        QTest::newRow(name) << planted << path << overwrite << result << expected;
-    };
-    row("in the working directory", {}, "f.txt", false, true, {"f.txt="});
-    row("in new directories", {}, "a/b/f.txt", true, true, {"a/", "a/b/", "a/b/f.txt="});
-    row("no dot: only directories", {}, "a/b", true, true, {"a/", "a/b/"});
-    row("a dot in the directory", {}, "a.d/b", true, true, {"a.d/", "a.d/b="});
-    row("an old file is kept", {"f.txt=old"}, "f.txt", false, true, {"f.txt=old"});
-    row("an old file is emptied", {"f.txt=old"}, "f.txt", true, true, {"f.txt="});
-    row("the directory is a file", {"f=1"}, "f/g.txt", true, false, {"f=1"});
-    row("the file is a directory", {"d.d/"}, "d.d", false, false, {"d.d/"});
-    row("a directory cannot be overwritten", {"d.d/"}, "d.d", true, false, {"d.d/"});
+    addRows({
+        {"in the working directory", {}, "f.txt", false, 1, {"f.txt="}},
+        {"in new directories", {}, "a/b/f.txt", true, 1, {"a/", "a/b/", "a/b/f.txt="}},
+        {"no dot: only directories", {}, "a/b", true, 1, {"a/", "a/b/"}},
+        {"a dot in the directory", {}, "a.d/b", true, 1, {"a.d/", "a.d/b="}},
+        {"an old file is kept", {"f.txt=old"}, "f.txt", false, 1, {"f.txt=old"}},
+        {"an old file is emptied", {"f.txt=old"}, "f.txt", true, 1, {"f.txt="}},
+        {"the directory is a file", {"f=1"}, "f/g.txt", true, 0, {"f=1"}},
+        {"the file is a directory", {"d.d/"}, "d.d", false, 0, {"d.d/"}},
+        {"a directory cannot be overwritten", {"d.d/"}, "d.d", true, 0, {"d.d/"}},
+    });
 }
 
 void TestOperatingFiles::createsAFile()
 {
-    QFETCH(QStringList, planted);
-    QFETCH(QString, path);
-    QFETCH(bool, overwrite);
-    QFETCH(bool, result);
-    plant(root, planted);
-    QCOMPARE(operating.createfile(path, overwrite), result);
-    QTEST(tree(root), "expected");
+    QFETCH(Case, row);
+    plant(root, row.planted);
+    QCOMPARE(operating.createfile(row.path, row.flag), row.outcome != 0);
+    QCOMPARE(tree(root), row.expected);
 }
 
 void TestOperatingFiles::emptyFileCountsAsAbsent()
