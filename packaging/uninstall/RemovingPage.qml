@@ -1,0 +1,67 @@
+import QtQuick 2.9
+import VORN.DataManager 1.0
+import "qrc:/pages"
+
+Item {
+    id: root
+
+    property int percentage: 0
+    property int shown: 0
+
+    signal complete()
+
+    Image {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 100
+        source: "qrc:/image/logo.png"
+        sourceSize: Qt.size(160, 160)
+    }
+
+    SceneText {
+        objectName: "removingText"
+        x: 27
+        y: 346
+        text: qsTranslate("uninstall", "Removing...") + DataManager.emptyString
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    SceneText {
+        id: percentText
+
+        anchors.right: bar.right
+        y: 346
+        text: root.shown + "%"
+    }
+
+    Image {
+        id: bar
+
+        objectName: "progressBar"
+        x: 27
+        y: 374
+        source: "qrc:/image/progressBarBg.png"
+        Accessible.role: Accessible.ProgressBar
+        Accessible.name: qsTranslate("uninstall", "Progress of the removal") + DataManager.emptyString
+        Accessible.description: percentText.text
+
+        NinePatch {
+            width: Math.max(parent.height, parent.width * root.shown / 100)
+            visible: root.shown > 0
+            source: "qrc:/image/progressBarValue.png"
+        }
+    }
+
+    // Files go faster than the eye can follow: the bar takes at least a second.
+    Timer {
+        interval: 50
+        repeat: true
+        running: root.visible
+        onTriggered: {
+            if (root.shown < 100)
+                root.shown = Math.min(root.shown + 5, root.percentage);
+            else
+                root.complete();
+        }
+    }
+}
