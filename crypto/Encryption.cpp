@@ -20,16 +20,22 @@ constexpr std::size_t trailerWidth = 13; // the salt's, and that of the time sta
 
 constexpr unsigned char foreign = 0x80; // no index of the alphabet has this bit
 
-constexpr std::array<unsigned char, 256> indexByCharacter = [] {
-    std::array<unsigned char, 256> table{};
-    for (unsigned char &entry : table) {
-        entry = foreign;
+using IndexTable = std::array<unsigned char, 256>;
+
+constexpr IndexTable makeIndexTable()
+{
+    IndexTable table{};
+    for (unsigned char &index : table) {
+        index = foreign;
     }
-    for (std::size_t i = 0; i < alphabet.size(); ++i) {
-        table[static_cast<unsigned char>(alphabet[i])] = static_cast<unsigned char>(i);
+    unsigned char next = 0;
+    for (const char character : alphabet) {
+        table[static_cast<unsigned char>(character)] = next++;
     }
     return table;
-}();
+}
+
+constexpr IndexTable indexByCharacter = makeIndexTable();
 
 unsigned int indexOf(char character)
 {
@@ -60,6 +66,11 @@ std::string toBase64(const unsigned char *bytes, std::size_t length)
         }
     }
     return text;
+}
+
+std::string toBase64(const std::string &bytes)
+{
+    return toBase64(reinterpret_cast<const unsigned char *>(bytes.data()), bytes.size());
 }
 
 // The bytes never overtake the characters that they come from, so one buffer serves both.
@@ -144,14 +155,12 @@ std::string Encryption::encode(std::string plain)
 {
     const std::string stamp = std::to_string(m_timeStamp);
     const std::string salt = GetRandStr();
-    std::string block;
-    if (!m_key.empty()) {
-        block = toBase64(reinterpret_cast<const unsigned char *>(plain.data()), plain.size());
-        xorInPlace(block, encode_to_md5(stamp + salt + m_key));
-    }
+    std::string block = std::move(plain);
+    block = m_key.empty() ? std::string()
+                          : XorEncode(toBase64(block), encode_to_md5(stamp + salt + m_key));
     block += XorEncode(stamp, salt);
     block += XorEncode(salt, m_key);
-    return toBase64(reinterpret_cast<const unsigned char *>(block.data()), block.size());
+    return toBase64(block);
 }
 
 std::string Encryption::decode(std::string cipher)
@@ -172,8 +181,10 @@ std::string Encryption::decode(std::string cipher)
 
 std::string Encryption::encode_to_md5(std::string s)
 {
-    const QByteArray bytes = QString::fromUtf8(s.data(), static_cast<int>(s.size())).toUtf8();
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex().toStdString();
+    s = QString::fromStdString(s).toUtf8().toStdString(); // replaces what is no UTF-8
+    QCryptographicHash hash(QCryptographicHash::Md5);
+    hash.addData(s.data(), static_cast<int>(s.size()));
+    return hash.result().toHex().toStdString();
 }
 
 std::string Encryption::base64_encode(const unsigned char *bytes, unsigned int length)
