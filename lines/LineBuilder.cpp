@@ -17,7 +17,7 @@ constexpr int constantServerPort = 3000; // the server sends none
 constexpr int fastestPing = 101; // the entry stands in for lines not measured yet
 
 // In the order of LineBuilder::Key.
-constexpr std::array<QLatin1String, LineBuilder::KeyCount> keyTexts = {
+const std::array<QLatin1String, LineBuilder::KeyCount> keyTexts = {
     QLatin1String("country_id"),
     QLatin1String("id"),
     QLatin1String("name"),
