@@ -108,7 +108,7 @@ public:
 
 signals:
     // Once for each directory whose entries were all copied, the top one last. Emitted on the
-    // thread that copies.
+    // thread that copies; a slot that runs there must not destroy this object.
     void copyDirectorySuccess();
     void sendSystemCmdResult(bool success, QString message);
 

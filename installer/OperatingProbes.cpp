@@ -63,7 +63,8 @@ double Operating::getCurrentSystemMemoryInfo()
     }
     // The figure is a flag: whole-number division makes it 100 when nothing is free and 0
     // otherwise.
-    return static_cast<double>((total - free) / total * 100);
+    const unsigned long figure = (total - free) / total * 100;
+    return static_cast<double>(figure);
 }
 
 double Operating::getCurrentSystemCpuRate()
@@ -95,7 +96,7 @@ QString Operating::getFileMd5(const QString &path)
 QString Operating::getCorrectUnicode(const QByteArray &bytes)
 {
     QTextCodec::ConverterState state;
-    const QString text =
+    QString text =
         QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
     if (state.invalidChars == 0) {
         return text;

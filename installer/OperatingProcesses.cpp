@@ -88,7 +88,7 @@ void Operating::joinTelegramGroup() { openUrl(Deployment::current().chatGroupLin
 
 QString Operating::systemType() const
 {
-    const QString type = QSysInfo::productType();
+    QString type = QSysInfo::productType();
     debugLine() << "systemType:" << type;
     return type;
 }

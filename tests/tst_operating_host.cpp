@@ -38,11 +38,14 @@ bool write(const QString &path, const QByteArray &text, bool executable = false)
 QByteArray privateHost()
 {
     const uid_t uid = geteuid();
+    const gid_t gid = getegid();
     if (unshare(CLONE_NEWNS | CLONE_NEWNET | (uid == 0 ? 0 : CLONE_NEWUSER)) != 0) {
         return QByteArray("unshare: ") + std::strerror(errno);
     }
     if (uid != 0) {
+        write("/proc/self/setgroups", "deny");
         write("/proc/self/uid_map", "0 " + QByteArray::number(uid) + " 1");
+        write("/proc/self/gid_map", "0 " + QByteArray::number(gid) + " 1");
     }
     if (mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
         || mount("none", "/usr/share/applications", "tmpfs", 0, nullptr) != 0
