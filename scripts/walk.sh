@@ -190,7 +190,7 @@ check() {
     sed 's/^/    /' "$out/walk/check.log" >&2
 }
 
-# asked PATH [FIELDS]: the server got this signed request (log lines have their keys in this order).
+# asked PATH [FIELDS]: the server answered this signed request; FIELDS is how its form begins.
 asked() {
     grep -F "\"path\": \"$1\"" "$out/server.jsonl" | grep -F '"signature": "ok"' \
         | grep -F "\"status\": 200" | grep -F "\"fields\": [${2-}"

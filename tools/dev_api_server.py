@@ -26,6 +26,7 @@ common headers, the form fields in order, the status. Passwords stand in it: use
 
 import argparse
 import base64
+import contextlib
 import hashlib
 import http.client
 import itertools
@@ -34,7 +35,6 @@ import os
 import random
 import re
 import secrets
-import socket
 import socketserver
 import sys
 import threading
@@ -144,8 +144,7 @@ HOT_UPDATE = {"version": 2, "version_show": "1.0.2", "type": 1, "url": "/files/V
 # The files that updates name: a script that runs, filled up so that progress can be watched.
 FILES = {"/files/" + name: f"#!/bin/sh\necho development build of {name}\nexit 0\n".encode()
          + b"# filling\n" * 60000 for name in ("VornInstall.run", "VORNTemp", "sarko2linuxTemp")}
-DISCOVERY_PATHS = ("/cookie.txt", "/us/cookie.txt", "/eu/cookie.txt", "/ca/cookie.txt",
-                   "/asia/cookie.txt")
+DISCOVERY_PATHS = ("/us/cookie.txt", "/eu/cookie.txt", "/ca/cookie.txt", "/asia/cookie.txt")
 
 
 def build_catalogue():
@@ -323,12 +322,6 @@ def get_all_lines(world, request):
     return [country for country in found if country["servers"]]
 
 
-def init_record(world, request):
-    if request.form["is_first_install"] not in ("0", "1"):
-        raise Refusal(1, "is_first_install is 0 or 1")
-    return INIT_RECORD
-
-
 def offer(update):
     """An endpoint that offers the update to every older client."""
     def handler(world, request):
@@ -369,7 +362,7 @@ ENDPOINTS = {
     "/api/server/push_myip": (
         push, [("cityid", "ip", "country", "area", "province", "city", "isp")]),
     "/api/server/push_search_word": (push, [("word",)]),
-    "/api/system/index": (init_record, [("is_first_install",)]),
+    "/api/system/index": (lambda world, request: INIT_RECORD, [("is_first_install",)]),
     "/api/system/region": (lambda world, request: {"wl": 0, "ip": LOOKUP["ip"]}, [()]),
     "/api/system/updateInfo": (offer(FULL_UPDATE), [()]),
     "/api/system/hot_update": (offer(HOT_UPDATE), [()]),
@@ -449,11 +442,9 @@ class Connection(socketserver.StreamRequestHandler):
     timeout = IDLE_SECONDS
 
     def handle(self):
-        try:
+        with contextlib.suppress(OSError):  # the client went away
             while self.serve_one():
                 pass
-        except (OSError, ValueError):
-            pass  # the client went away, or sent what is no HTTP at all
 
     def serve_one(self):
         """Reads and answers one request; false when the connection is to be closed."""
@@ -535,9 +526,9 @@ class Connection(socketserver.StreamRequestHandler):
         if "json" in rule:
             status, kind, content = json_answer(rule["json"])
         elif "text" in rule:
-            kind, content = "text/html; charset=utf-8", str(rule["text"]).encode()
+            status, kind, content = 200, "text/html; charset=utf-8", str(rule["text"]).encode()
         elif "garbage" in rule:
-            content = random.randbytes(int(rule["garbage"]))
+            status, content = 200, random.randbytes(int(rule["garbage"]))
         status = int(rule.get("status", status))
         self.server.record(request, status, rule)
         time.sleep(float(rule.get("delay", 0)))
@@ -587,13 +578,12 @@ class Rules:
             return {}
         with self.lock:
             self.reload()
-            for rules in (self.from_control, self.from_file):
-                for key in (path, "*"):
-                    rule = rules.get(key)
-                    if rule is not None and rule.get("times", 1) > 0:
-                        if "times" in rule:
-                            rule["times"] -= 1
-                        return dict(rule)
+            for rule in (rules.get(key) for rules in (self.from_control, self.from_file)
+                         for key in (path, "*")):
+                if rule is not None and rule.get("times", 1) > 0:
+                    if "times" in rule:
+                        rule["times"] -= 1
+                    return dict(rule)
         return {}
 
     def merge(self, changes):
@@ -606,7 +596,7 @@ class Rules:
 
 
 def checked_rules(value):
-    if isinstance(value, dict) and all(isinstance(rule, (dict, type(None)))
+    if isinstance(value, dict) and all(rule is None or isinstance(rule, dict)
                                        for rule in value.values()):
         return value
     raise ValueError("rules are an object of path -> rule")
@@ -624,11 +614,6 @@ class Server(socketserver.ThreadingTCPServer):
         self.rules = Rules(options.rules)
         self.log_lock = threading.Lock()
         self.log = open(options.log, "a", encoding="utf-8") if options.log else None
-
-    def get_request(self):
-        connection, address = super().get_request()
-        connection.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
-        return connection, address
 
     def control(self, request, body):
         # A web page cannot send this type here without asking first, and is never allowed to.
@@ -667,14 +652,11 @@ def main():
     except OSError as fault:
         sys.exit(f"cannot listen on 127.0.0.1:{options.port}: {fault}")
     if options.port_file:
-        with open(options.port_file + ".part", "w", encoding="ascii") as file:
+        with open(options.port_file, "w", encoding="ascii") as file:
             file.write(f"{server.server_address[1]}\n")
-        os.replace(options.port_file + ".part", options.port_file)
     print(f"development API server on {server.base}", flush=True)
-    try:
+    with contextlib.suppress(KeyboardInterrupt):
         server.serve_forever(poll_interval=0.2)
-    except KeyboardInterrupt:
-        pass
 
 
 if __name__ == "__main__":
