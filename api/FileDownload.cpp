@@ -12,7 +12,7 @@ struct OutputNames {
 };
 
 // By FileDownload::Kind.
-constexpr std::array<OutputNames, 3> outputNames = {{
+const std::array<OutputNames, 3> outputNames = {{
     {QLatin1String("VornInstall.run"), QLatin1String("VornInstall.exe")},
     {QLatin1String("VORNTemp"), QLatin1String("VORNTemp.exe")},
     {QLatin1String("sarko2linuxTemp"), QLatin1String("C:/VornVPN/sarko2winTemp.exe")},
