@@ -23,7 +23,9 @@ Rectangle {
     signal closeWindows()
     signal hideWindows()
 
+    // What the first frame does not show.
     function createPages() {
+        initialPage.acceptCheckBox.active = true;
         pathPanel.active = true;
         installingPage.active = true;
         finishPage.active = true;
@@ -31,6 +33,7 @@ Rectangle {
 
     // For the user who is faster than the loaders.
     function completePages() {
+        initialPage.acceptCheckBox.asynchronous = false;
         pathPanel.asynchronous = false;
         installingPage.asynchronous = false;
         finishPage.asynchronous = false;
@@ -57,8 +60,19 @@ Rectangle {
         initialPage.visible = true;
     }
 
+    // The dialog is made when it is first asked for.
+    function chooseDirectory() {
+        pathDialog.active = true;
+        pathDialog.item.open();
+    }
+
+    // The finish button's text sets the width of this button, which is drawn like it.
+    function widenQuickInstallButton(textLength) {
+        initialPage.quickInstallButton.width = Math.max(192, textLength + 50);
+    }
+
     function startInstallation() {
-        if (!initialPage.acceptCheckBox.checked)
+        if (!initialPage.accepted)
             return;
         usedByKeyboard = initialPage.quickInstallButton.activeFocus;
         completePages();
@@ -240,7 +254,6 @@ Rectangle {
         objectName: "initialPage"
         width: 640
         height: 420
-        dpiScale: mainWindow.dpiScale
         languageList: mainWindow.languageList
         panelOpen: mainWindow.pathPanelOpen
         onLanguageChosen: DataManager.changeLanguage(row)
@@ -259,13 +272,8 @@ Rectangle {
         visible: mainWindow.pathPanelOpen
         active: false
         asynchronous: true
-        sourceComponent: PathPanel {
-            dpiScale: mainWindow.dpiScale
-            onBrowse: {
-                pathDialog.active = true;
-                pathDialog.item.open();
-            }
-        }
+        source: "pages/PathPanel.qml"
+        onLoaded: item.browse.connect(mainWindow.chooseDirectory)
     }
 
     Loader {
@@ -289,11 +297,10 @@ Rectangle {
         visible: false
         active: false
         asynchronous: true
-        sourceComponent: FinishPage {
-            dpiScale: mainWindow.dpiScale
-            onTryItNow: mainWindow.startClient()
-            // The two buttons are drawn alike, and this one sets the width of the other.
-            onButtonTextChanged: initialPage.quickInstallButton.width = Math.max(192, textLength + 50)
+        source: "pages/FinishPage.qml"
+        onLoaded: {
+            item.tryItNow.connect(mainWindow.startClient);
+            item.buttonTextChanged.connect(mainWindow.widenQuickInstallButton);
         }
     }
 
@@ -302,14 +309,7 @@ Rectangle {
 
         active: false
         source: "pages/PathDialog.qml"
-    }
-
-    Connections {
-        target: pathDialog.item
-        ignoreUnknownSignals: true
-        function onPathChosen(path) {
-            pathPanel.item.path = path;
-        }
+        onLoaded: item.pathChosen.connect(function(path) { pathPanel.item.path = path; })
     }
 
     TitleBar {

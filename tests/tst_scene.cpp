@@ -160,7 +160,8 @@ void TestScene::init()
         return;
     window->requestActivate();
     QVERIFY(QTest::qWaitForWindowActive(window.data()));
-    QTRY_VERIFY(item("tryItNowButton") && item("pathField") && item("progressBar"));
+    QTRY_VERIFY(item("tryItNowButton") && item("pathField") && item("progressBar")
+        && item("acceptCheckBox"));
     QMetaObject::invokeMethod(item("languageBox"), "choose", Q_ARG(QVariant, 0));
 }
 

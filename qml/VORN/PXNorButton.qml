@@ -71,7 +71,7 @@ Rectangle {
     border.width: 0
     border.color: area.pressed ? pressdBorderColor : borderColor
     focus: true
-    activeFocusOnTab: root.enabled
+    activeFocusOnTab: root.enabled || root.activeFocus
     Accessible.role: Accessible.Button
     Accessible.name: btText
     Accessible.onPressAction: root.activate()

@@ -5,7 +5,7 @@ import "../VORN"
 Rectangle {
     id: root
 
-    property real dpiScale: 1
+    readonly property real dpiScale: DataManager.getDpiScale()
     property bool complete: false
     property alias tryItNowButton: tryItNowButton
 

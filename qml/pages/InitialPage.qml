@@ -5,12 +5,13 @@ import "../VORN"
 Rectangle {
     id: root
 
-    property real dpiScale: 1
+    readonly property real dpiScale: DataManager.getDpiScale()
     property var languageList: []
     property bool panelOpen: false
     property alias languageBox: languageBox
     property alias quickInstallButton: quickInstallButton
     property alias acceptCheckBox: acceptCheckBox
+    readonly property bool accepted: acceptCheckBox.item ? acceptCheckBox.item.checked : true
     property alias agreementButton: agreementButton
 
     signal languageChosen(int row)
@@ -102,11 +103,27 @@ Rectangle {
         height: 26
         spacing: 6
 
-        SceneCheckBox {
+        // The check box is made after the first frame, which shows a picture of it.
+        Loader {
             id: acceptCheckBox
 
-            objectName: "acceptCheckBox"
             anchors.verticalCenter: parent.verticalCenter
+            active: false
+            asynchronous: true
+            visible: status === Loader.Ready
+            source: "SceneCheckBox.qml"
+            onLoaded: {
+                item.objectName = "acceptCheckBox";
+                item.text = Qt.binding(function() { return acceptPicture.text; });
+            }
+        }
+
+        CheckBoxPicture {
+            id: acceptPicture
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: !acceptCheckBox.visible
+            checked: true
             text: qsTranslate("main", "Accept") + DataManager.emptyString
         }
 

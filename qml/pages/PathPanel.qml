@@ -5,7 +5,7 @@ import "../VORN"
 Rectangle {
     id: root
 
-    property real dpiScale: 1
+    readonly property real dpiScale: DataManager.getDpiScale()
     property alias path: pathField.text
     readonly property string defaultPath: DataManager.getSystemType() === "linux"
         ? qsTranslate("main", "/opt/VornVPN") : qsTranslate("main", "C:\\Program Files\\VornVPN")

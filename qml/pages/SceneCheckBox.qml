@@ -16,36 +16,14 @@ CheckBox {
     Keys.onEnterPressed: toggleByKey(event)
 
     style: CheckBoxStyle {
-        panel: Item {
-            implicitWidth: label.x + label.implicitWidth
-            implicitHeight: Math.max(20, label.implicitHeight)
+        panel: CheckBoxPicture {
+            checked: root.checked
+            pressed: root.pressed
+            text: root.text
 
-            Image {
-                id: tick
-
-                readonly property real radius: 3
-
-                anchors.verticalCenter: parent.verticalCenter
-                opacity: root.pressed ? 0.7 : 1
-                source: root.checked ? "qrc:/image/checkBoxHigh.png" : "qrc:/image/checkBoxNor.png"
-            }
-
-            SceneText {
-                id: label
-
-                x: tick.width + 8
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.text
-            }
-
-            Rectangle {
-                anchors.fill: parent
-                anchors.margins: -5
-                visible: root.activeFocus
-                radius: 5
-                color: "transparent"
-                border.width: 2
-                border.color: "white"
+            FocusRing {
+                focusItem: root
+                radius: 6
             }
         }
     }
