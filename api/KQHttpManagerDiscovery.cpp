@@ -162,7 +162,11 @@ void KQHttpManager::dealLookupAnswer(const QByteArray &body)
 
 void KQHttpManager::retryLookup()
 {
-    QTimer::singleShot(lookupRetryDelay, this, [this] { requestWebAddress(); });
+    auto *timer = new QTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, this, &KQHttpManager::requestWebAddress);
+    connect(timer, &QTimer::timeout, timer, &QObject::deleteLater);
+    timer->start(lookupRetryDelay);
 }
 
 void KQHttpManager::dealWebAddress(QJsonObject &object)
@@ -193,18 +197,18 @@ void KQHttpManager::dealCheckRegion(QJsonObject &object)
 void KQHttpManager::getLocalLanguage()
 {
     struct Row {
-        int language; // QLocale::Language
         const char *name;
+        int language; // QLocale::Language
         int index;
     };
     // 178 is the number that the product has always known Russian by. It is not QLocale::Russian,
     // so a Russian system keeps the default language; the scenes and the other clients count on it.
     static constexpr Row rows[] = {
-        {QLocale::English, "英文", 0},
-        {QLocale::Chinese, "中文", 1},
-        {QLocale::Indonesian, "印度尼西亚", 2},
-        {178, "俄语", 3},
-        {QLocale::German, "德文", 4},
+        {"英文", QLocale::English, 0},
+        {"中文", QLocale::Chinese, 1},
+        {"印度尼西亚", QLocale::Indonesian, 2},
+        {"俄语", 178, 3},
+        {"德文", QLocale::German, 4},
     };
     const int language = QLocale().language();
     for (const Row &row : rows) {
