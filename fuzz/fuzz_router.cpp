@@ -1,0 +1,41 @@
+#include <QCoreApplication>
+#include <QNetworkReply>
+#include <QUrl>
+
+#include "FuzzSetting.h"
+#include "api/Endpoints.h"
+#include "api/KQHttpManager.h"
+
+namespace {
+
+class ReplyFrom : public QNetworkReply {
+public:
+    explicit ReplyFrom(const QUrl &url) { setUrl(url); }
+    void abort() override { }
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+};
+
+constexpr int requestCount = static_cast<int>(Request::DownloadLink) + 1;
+
+} // namespace
+
+// The first byte chooses the endpoint, the rest is the body of its reply.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    prepareFuzzing();
+    static KQHttpManager manager;
+    if (size == 0) {
+        return 0;
+    }
+    const auto request = static_cast<Request>(data[0] % requestCount);
+    if (request == Request::HotUpdate) {
+        return 0; // would download from whatever address the input names
+    }
+    ReplyFrom reply(QUrl(QString::fromLatin1(endpointOf(request).path)));
+    manager.dealJsonData(&reply, restOf(data, size));
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return 0;
+}
