@@ -13,8 +13,8 @@ void KQHttpManager::feedBack(QString tag, const QString &content, const QString 
         tag.chop(1); // the screen of this type ends its list of tags with a comma
     }
     // The server takes the address as it was typed: nothing in it is escaped.
-    const QString contact = QLatin1String("{\"email\":\"")
-        + (linkman.isEmpty() ? m_dataManager->getUserName() : linkman) + QLatin1String("\"}");
+    const QString contact = QLatin1String(R"({"email":")")
+        + (linkman.isEmpty() ? m_dataManager->getUserName() : linkman) + QLatin1String(R"("})");
     debugLine() << "tag:" << tag;
     debugLine() << "contents:" << content;
     debugLine() << "type:" << type;
