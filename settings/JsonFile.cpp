@@ -24,13 +24,15 @@ QByteArray contentOf(const QString &path)
 }
 
 // Buffered bytes reach the disk in flush(). commit() does not look at a failure there and would put
-// the cut file in place.
+// the cut file in place. It is called in any case: a QSaveFile without it removes what it opened.
 bool putInPlace(QSaveFile &file, const QByteArray &content)
 {
-    if (file.write(content) != content.size() || !file.flush()) {
+    const bool isWritten = file.write(content) == content.size() && file.flush();
+    if (!isWritten) {
         file.cancelWriting();
     }
-    return file.commit();
+    const bool isInPlace = file.commit();
+    return isWritten && isInPlace;
 }
 
 // A file that root replaces stays the user's.
@@ -70,11 +72,12 @@ void JsonFile::write(const QString &path, const QByteArray &content, Access acce
     if (access == Access::OwnerOnly) {
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     }
-    if (!putInPlace(file, content)) {
-        debugLine() << "文件无法写入:" << path;
+    if (putInPlace(file, content)) {
+        return;
     }
-    if (isAtRisk && contentOf(path) != content) {
-        QFile old(path);
+    debugLine() << "文件无法写入:" << path;
+    if (isAtRisk && contentOf(path) != before) {
+        QFile old(path); // emptying it made room for what it held
         if (!old.open(QIODevice::WriteOnly) || old.write(before) != before.size()) {
             debugLine() << "文件无法恢复:" << path;
         }
@@ -94,13 +97,8 @@ std::optional<QJsonDocument> JsonFile::read(const QString &path, const char *lin
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    QByteArray bytes = file.readAll();
+    const QString text = QString::fromUtf8(file.readAll()); // stops at the first zero byte
     file.close();
-    const int zero = bytes.indexOf('\0');
-    if (zero >= 0) {
-        bytes.truncate(zero);
-    }
-    const QString text = QString::fromUtf8(bytes);
     debugLine() << "data:" << text;
     return QJsonDocument::fromJson(text.toUtf8());
 }
