@@ -1,0 +1,43 @@
+#pragma once
+
+// What is compared with what. The names are those of the benchmarks; "name/counter" is a counter of
+// a benchmark, and a row without a yardstick is the value itself.
+struct Row {
+    enum Kind { AtMost, Faster, Exactly, NoGoal };
+
+    const char *name;
+    const char *measured;
+    const char *yardstick;
+    Kind kind;
+    double goal = 0;
+};
+
+inline constexpr Row rows[] = {
+    {"region lookup: times faster than split, convert, scan", "region_lookup", "region_plain",
+        Row::Faster, 40},
+    {"region lookup: allocations", "region_lookup/allocations", "", Row::Exactly, 0},
+    {"decipher 1 MiB: times its MD5", "decipher", "decipher_md5", Row::AtMost, 3},
+    {"sign 16 headers: times the MD5 of the text", "sign", "sign_md5", Row::AtMost, 5},
+    {"catalogue 100 x 100: times the parsing of its JSON", "catalogue_build", "catalogue_parse",
+        Row::AtMost, 0.7},
+    {"catalogue 100 x 100: bytes a record", "catalogue_build/bytes_a_record", "", Row::AtMost, 600},
+    {"API post: times a bare access manager", "api_post", "api_bare", Row::AtMost, 1.15},
+    {"copy 5,000 x 4 KiB: times a QFile::copy loop", "copy_small", "copy_small_bare", Row::AtMost,
+        1.05},
+    {"copy 200 x 1 MiB: times a QFile::copy loop", "copy_large", "copy_large_bare", Row::AtMost,
+        1.05},
+    {"copy a Qt tree of 300 MB: times a QFile::copy loop", "copy_qt", "copy_qt_bare", Row::AtMost,
+        1.05},
+    {"the QFile::copy loop, 5,000 x 4 KiB: times cp -r", "copy_small_bare", "copy_small_cp",
+        Row::NoGoal},
+    {"the QFile::copy loop, 200 x 1 MiB: times cp -r", "copy_large_bare", "copy_large_cp",
+        Row::NoGoal},
+    {"the QFile::copy loop, a Qt tree of 300 MB: times cp -r", "copy_qt_bare", "copy_qt_cp",
+        Row::NoGoal},
+    {"region lookup with its debug lines: times without", "region_with_lines", "region_lookup",
+        Row::NoGoal},
+    {"headers and signature with debug lines: times the signature", "headers_with_lines", "sign",
+        Row::NoGoal},
+    {"catalogue with its debug lines: times without", "catalogue_with_lines", "catalogue_build",
+        Row::NoGoal},
+};

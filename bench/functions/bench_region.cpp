@@ -1,0 +1,81 @@
+#include <benchmark/benchmark.h>
+
+#include <QStringList>
+
+#include <random>
+
+#include "bench/functions/Allocations.h"
+#include "installer/AddressBlocks.h"
+#include "installer/Operating.h"
+
+namespace {
+
+// Addresses all over the four octets, the same in every run.
+const QStringList &addresses()
+{
+    static const QStringList list = [] {
+        std::mt19937 random(1);
+        QStringList texts;
+        for (int i = 0; i < 256; ++i) {
+            const auto octet = [&random] { return random() % 256; };
+            texts.append(QStringLiteral("%1.%2.%3.%4")
+                             .arg(octet() % 223 + 1)
+                             .arg(octet())
+                             .arg(octet())
+                             .arg(octet()));
+        }
+        return texts;
+    }();
+    return list;
+}
+
+// Takes the texts in turn.
+template <typename Lookup> void measure(benchmark::State &state, const Lookup &lookup)
+{
+    const QStringList &texts = addresses();
+    lookup(texts.first()); // whatever is loaded once is loaded now
+    int at = 0;
+    const std::size_t before = allocationsSoFar();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(lookup(texts.at(at)));
+        at = (at + 1) % 256;
+    }
+    state.counters["allocations"] = static_cast<double>(allocationsSoFar() - before);
+}
+
+bool isInside(const QString &text)
+{
+    return AddressBlocks::contains(AddressBlocks::fromDottedText(text));
+}
+
+bool isInsidePlainly(const QString &text)
+{
+    const QStringList parts = text.split(QLatin1Char('.'));
+    quint32 address = 0;
+    if (parts.size() == 4) {
+        for (const QString &part : parts) {
+            address = address << 8 | static_cast<quint32>(part.toInt());
+        }
+    }
+    const AddressBlocks::Range *const ranges = AddressBlocks::ranges();
+    for (std::size_t i = 0; i < AddressBlocks::count(); ++i) {
+        if (ranges[i].first < address && ranges[i].last > address) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void region_lookup(benchmark::State &state) { measure(state, isInside); }
+void region_plain(benchmark::State &state) { measure(state, isInsidePlainly); }
+void region_with_lines(benchmark::State &state)
+{
+    Operating operating;
+    measure(state, [&operating](const QString &text) { return operating.EnableIPInBackCh(text); });
+}
+
+BENCHMARK(region_lookup);
+BENCHMARK(region_plain);
+BENCHMARK(region_with_lines);
+
+} // namespace

@@ -1,0 +1,54 @@
+#include <benchmark/benchmark.h>
+
+#include <QCryptographicHash>
+#include <QNetworkRequest>
+
+#include "api/KQHttpManager.h"
+#include "api/RequestSignature.h"
+#include "base/Deployment.h"
+
+namespace {
+
+// As a signed-in user's request carries them.
+RequestHeaders headers()
+{
+    return {{"_device_os", "linux"}, {"_language", "_en"}, {"_os_version", "debian12"},
+        {"_oem", "default"}, {"_prj_name", "vornvpn"}, {"_salt", "02:FC:00:00:00:01"},
+        {"_sn", "02:FC:00:00:00:01"}, {"_session", "3f2b9c70a1d84e55b6c1f00d9e8a7b6c"},
+        {"_uid", "1234567"}, {"_username", "user1234567@vorn"}, {"_timestamp", "1700000000"},
+        {"_version", "101"}, {"_version_show", "1.0.1"}, {"_brand", "vornvpn"},
+        {"_channel", "official"}, {"_device_name", "workstation"}};
+}
+
+void sign(benchmark::State &state)
+{
+    const RequestHeaders list = headers();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(signatureOf(signatureText(list)));
+    }
+}
+
+void sign_md5(benchmark::State &state)
+{
+    const QByteArray text = signatureText(headers());
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(QCryptographicHash::hash(text, QCryptographicHash::Md5));
+    }
+}
+
+void headers_with_lines(benchmark::State &state)
+{
+    Deployment::current().ipLookupAddress.clear();
+    KQHttpManager manager;
+    for (auto _ : state) {
+        QNetworkRequest request;
+        manager.createHttpHeader(request);
+        benchmark::DoNotOptimize(request);
+    }
+}
+
+BENCHMARK(sign);
+BENCHMARK(sign_md5);
+BENCHMARK(headers_with_lines);
+
+} // namespace
