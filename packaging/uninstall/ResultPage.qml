@@ -21,9 +21,10 @@ Item {
         objectName: "resultText"
         anchors.horizontalCenter: parent.horizontalCenter
         y: root.nothingLeft ? 236 : 64
-        width: Math.min(implicitWidth, 560)
+        width: 584
         horizontalAlignment: Text.AlignHCenter
-        wrapMode: Text.Wrap
+        fontSizeMode: Text.HorizontalFit
+        minimumPointSize: 8
         baseSize: 16
         font.bold: true
         text: (root.failed.length > 0 ? qsTranslate("uninstall", "VornVPN could not be removed completely")
