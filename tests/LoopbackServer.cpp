@@ -149,8 +149,8 @@ void LoopbackServer::send(QTcpSocket *socket, const Answer &answer)
         "Content-Length: " + QByteArray::number(answer.body.size() + missing) + "\r\n";
     socket->write("HTTP/1.1 " + QByteArray::number(answer.status) + " Some reason\r\n"
         + answer.headers
-        + (answer.manner == Endless || answer.headers.contains("chunked") ? QByteArray() : length) + "\r\n"
-        + answer.body);
+        + (answer.manner == Endless || answer.headers.contains("chunked") ? QByteArray() : length)
+        + "\r\n" + answer.body);
     connect(socket, &QTcpSocket::bytesWritten, this, [this](qint64 n) { m_bytesSent += n; });
     if (answer.manner == Cut) {
         socket->disconnectFromHost();

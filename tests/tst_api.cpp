@@ -68,16 +68,19 @@ private slots:
         QTest::addColumn<RequestHeaders>("headers");
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<QByteArray>("signature");
-        QTest::newRow("logged in") << RequestHeaders {{"_uid", "42"}, {"_version_show", "1.0.7"},
-            {"_version", "7"}, {"_brand", "vornvpn"}, {"_channel", "official"}}
+        QTest::newRow("logged in")
+            << RequestHeaders{{"_uid", "42"}, {"_version_show", "1.0.7"}, {"_version", "7"},
+                   {"_brand", "vornvpn"}, {"_channel", "official"}}
             << QByteArray("_brand=vornvpn&_channel=official&_uid=42&_version=7&_version_show=1.0.7"
-                          "Q#pd]3Ha>wz-8&Mv") << QByteArray("fc99c7c519b2a67a0c680eca3009e881");
+                          "Q#pd]3Ha>wz-8&Mv")
+            << QByteArray("fc99c7c519b2a67a0c680eca3009e881");
         QTest::newRow("empty name, empty value, beyond ASCII")
-            << RequestHeaders {{"_channel", "官方"}, {"_session", ""}, {"", "x"}, {"_brand", "vornvpn"}}
+            << RequestHeaders{{"_channel", "官方"}, {"_session", ""}, {"", "x"},
+                   {"_brand", "vornvpn"}}
             << QByteArray("_brand=vornvpn&_channel=官方Q#pd]3Ha>wz-8&Mv")
             << QByteArray("9406cf5aa46b2329b4bdbde670d8ee43");
-        QTest::newRow("nothing but the salt") << RequestHeaders()
-            << QByteArray("Q#pd]3Ha>wz-8&Mv") << QByteArray("7d79e2754949646574bd10fb8dc1c0d7");
+        QTest::newRow("nothing but the salt") << RequestHeaders() << QByteArray("Q#pd]3Ha>wz-8&Mv")
+                                              << QByteArray("7d79e2754949646574bd10fb8dc1c0d7");
     }
 
     void signatureCoversFilledHeadersSortedByName()
@@ -94,7 +97,7 @@ private slots:
         const auto told = [&] {
             manager.checkRegion();
             const auto request = server->take("/api/system/region");
-            return QByteArrayList {request.header("_channel"), request.header("_session"),
+            return QByteArrayList{request.header("_channel"), request.header("_session"),
                 request.header("_uid"), request.header("_oem"), request.header("Accept-Encoding")};
         };
         QCOMPARE(told(), QByteArrayList({"official", "", "", "default", "identity"}));
@@ -154,7 +157,8 @@ private slots:
         QTest::addColumn<Arguments>("arguments");
         const auto row = [](const char *reply, const Operation &operation, const char *signal,
                              const Arguments &arguments) {
-            QTest::newRow(reply) << operation << QByteArray(reply) << QByteArray(signal) << arguments;
+            QTest::newRow(reply) << operation << QByteArray(reply) << QByteArray(signal)
+                                 << arguments;
         };
         const Operation region = [](M &m) { m.checkRegion(); };
         const Operation record = [](M &m) { m.sendOperationRecord("1"); };
@@ -166,7 +170,8 @@ private slots:
         row(R"({"code":0,"data":{"wl":1,"ip":"1.0.1.1"}})", region, china, {false});
         row(R"({"code":0,"msg":"好"})", record, recorded, {true, "好"});
         row(R"({"code":-1,"msg":"no"})", record, recorded, {false, "no"});
-        row(R"({"code":1000})", [](M &m) { m.getInitInfo(); }, SIGNAL(initSystemStatus(int)), {1000});
+        row(R"({"code":1000})", [](M &m) { m.getInitInfo(); }, SIGNAL(initSystemStatus(int)),
+            {1000});
         row(R"({"code":2})", [](M &m) { m.getDownloadLink("x"); },
             SIGNAL(sendDownloadLinkStatus(bool)), {false});
     }
@@ -188,13 +193,13 @@ private slots:
 
     void timeOutsAreNamed()
     {
-        const QStringList paths {"account/login", "account/third_login", "account/visitor_login",
+        const QStringList paths{"account/login", "account/third_login", "account/visitor_login",
             "system/updateInfo", "system/index", "account/getemailcode", "account/register",
             "account/register_active", "account/forget", "server/get_all_v2", "system/feedback",
             "account/get_info", "system/operation", "server/push_connect_state", "system/questions",
             "system/hot_update", "system/region", "system/send_download_link", "server/push_myip",
             "server/push_search_word", "system/push_language", "system/log", "system/region/"};
-        const QStringList names {"login", "login", "login", "checkUpate", "init", "emailCode",
+        const QStringList names{"login", "login", "login", "checkUpate", "init", "emailCode",
             "register", "registerAactive", "findPasswd", "allLineInfo", "feedback", "userInfo",
             "operationRecord", "serverPushLinkLog", "lineFeedBackQuestion", "hotUpdate",
             "checkRegion", "downloadLink"};
@@ -211,7 +216,8 @@ private slots:
     void firstMirrorThatAnswersWins()
     {
         server->answer("/failed", {{}, 500});
-        server->answer("/first", {enciphered(server->baseAddress()), 200, LoopbackServer::Whole, 20});
+        server->answer(
+            "/first", {enciphered(server->baseAddress()), 200, LoopbackServer::Whole, 20});
         server->answer("/late", {enciphered("http://late"), 200, LoopbackServer::Whole, 60});
         setMirrors({"/failed", "", "/first", "/late"});
         settings.setDomainName("http://stale");
@@ -248,7 +254,7 @@ private slots:
         QCOMPARE(settings.getDomainName(), QString());
         manager.checkRegion();
         QVERIFY(failed.wait());
-        QCOMPARE(failed.first(), Arguments {0});
+        QCOMPARE(failed.first(), Arguments{0});
     }
 
     void testModeAsksNoMirror()
@@ -266,7 +272,8 @@ private slots:
 
     void lookupsTellOwnAndExitAddress()
     {
-        const QString reply = R"({"ip":"%1","cityid":7,"country":"C","area":"A","city":"T","isp":"I"})";
+        const QString reply =
+            R"({"ip":"%1","cityid":7,"country":"C","area":"A","city":"T","isp":"I"})";
         const QString own = reply.arg("1.1.1.1");
         const QString exit = reply.arg("2.2.2.2");
         // The lookup's address is the beginning of the mirror's.
@@ -301,7 +308,7 @@ private slots:
             QCOMPARE(check.failed(), verdict);
         }
         check.setRetries(0);
-        const QJsonObject own {{"ip", "1.1.1.1"}, {"city", "T"}};
+        const QJsonObject own{{"ip", "1.1.1.1"}, {"city", "T"}};
         for (const Verdict verdict : {Verdict::OwnAddress, Verdict::Retry, Verdict::Retry,
                  Verdict::Retry, Verdict::NotProxied}) {
             QCOMPARE(check.exitAddress().city, QString()); // nothing is kept before the last one
@@ -312,7 +319,7 @@ private slots:
 
     void linkLogKeepsOneUploadInFlight()
     {
-        QList<qint64> times {-1, 100, 200, 300, 400, 500, 600};
+        QList<qint64> times{-1, 100, 200, 300, 400, 500, 600};
         LinkLog log([&times] { return times.takeFirst(); });
         QVERIFY(!log.add(5, "ok", "END", 1) && log.size() == 0 && log.current().srvid == 5);
         QVERIFY(!log.add(6, "ignored", "START", 4));
@@ -353,18 +360,22 @@ private slots:
         QTest::addColumn<int>("storedMode");
         QTest::addColumn<QByteArray>("data");
         QTest::addColumn<QStringList>("stored");
-        const auto row = [](const char *name, int mode, const char *data, const QStringList &stored) {
+        const auto row = [](const char *name, int mode, const char *data,
+                             const QStringList &stored) {
             QTest::newRow(name) << mode << QByteArray(data) << stored;
         };
         row("all keys", 0, R"({"default_mode":"sarko2-wss","private_agreement":"p","p2p_switch":"3",
             "email_verification_switch":"1","support_protocols":"a,b","srv_ports":{"upd":"9","tcp":""},
-            "app_store_download_url":"s"})", {"2", "p", "1", "3", "a,b", "9", "", "s"});
-        row("a mode that Linux lacks, other JSON types", 0, R"({"default_mode":"openvpn","srv_ports":[],
+            "app_store_download_url":"s"})",
+            {"2", "p", "1", "3", "a,b", "9", "", "s"});
+        row("a mode that Linux lacks, other JSON types", 0,
+            R"({"default_mode":"openvpn","srv_ports":[],
             "private_agreement":1,"email_verification_switch":1,"p2p_switch":"x",
             "support_protocols":["a"],"app_store_download_url":null})",
             {"1", "", "0", "0", "", "old", "old", ""});
         row("a mode chosen before", 5, "{}", {"5", "", "0", "0", "", "old", "old", "old"});
-        row("an unknown mode", 0, R"({"default_mode":"Kcp"})", {"0", "", "0", "0", "", "old", "old", "old"});
+        row("an unknown mode", 0, R"({"default_mode":"Kcp"})",
+            {"0", "", "0", "0", "", "old", "old", "old"});
     }
 
     void initRecordFillsTheSettings()
@@ -376,9 +387,9 @@ private slots:
         settings.setTcpVpnPort("old");
         settings.setAppStoreDownloadUrl("old");
         M manager;
-        QJsonObject reply {{"data", QJsonDocument::fromJson(data).object()}};
+        QJsonObject reply{{"data", QJsonDocument::fromJson(data).object()}};
         manager.dealInitInfo(reply);
-        const QStringList stored {QString::number(settings.getVpnModel()),
+        const QStringList stored{QString::number(settings.getVpnModel()),
             settings.getPrivacyPolicyUrl(), QString::number(settings.getEmailVerificationSwitch()),
             QString::number(settings.getP2pSwitch()), settings.getSupportProtocols(),
             settings.getUdpVpnPort(), settings.getTcpVpnPort(), settings.getAppStoreDownloadUrl()};

@@ -42,9 +42,12 @@ private slots:
         row("no body", {}, "");
         row("array", {"[0]"}, "");
         row("empty object", {"{}"}, "");
-        row("wrong types everywhere", {R"({"code":"1000","msg":{},"data":[{"srv_ports":7}]})"}, "init 0");
-        row("wrong types inside", {R"({"code":null,"data":{"default_mode":{},"srv_ports":{"tcp":[]}}})"}, "init 0");
-        row("duplicate keys, the last counts", {R"({"code":0,"code":1000,"data":{},"data":1})"}, "init 1000");
+        row("wrong types everywhere", {R"({"code":"1000","msg":{},"data":[{"srv_ports":7}]})"},
+            "init 0");
+        row("wrong types inside",
+            {R"({"code":null,"data":{"default_mode":{},"srv_ports":{"tcp":[]}}})"}, "init 0");
+        row("duplicate keys, the last counts", {R"({"code":0,"code":1000,"data":{},"data":1})"},
+            "init 1000");
         row("code beyond integers", {R"({"code":1e300})"}, "init 0");
         row("deeply nested", {QByteArray(100000, '[') + QByteArray(100000, ']')}, "");
         row("10 MB of garbage", {QByteArray(10 << 20, '\xfe')}, "");
@@ -59,8 +62,10 @@ private slots:
         }
         KQHttpManager manager;
         QStringList outcome;
-        connect(&manager, &KQHttpManager::getHttpCode, [&outcome](int n) { outcome << QString("http %1").arg(n); });
-        connect(&manager, &KQHttpManager::initSystemStatus, [&outcome](int n) { outcome << QString("init %1").arg(n); });
+        connect(&manager, &KQHttpManager::getHttpCode,
+            [&outcome](int n) { outcome << QString("http %1").arg(n); });
+        connect(&manager, &KQHttpManager::initSystemStatus,
+            [&outcome](int n) { outcome << QString("init %1").arg(n); });
         manager.getInitInfo();
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
         QTEST(outcome.join(' '), "outcome");
@@ -70,13 +75,15 @@ private slots:
     void slowServersTimeOutTogether()
     {
         const QByteArray linkLog = "/api/server/push_connect_state";
-        const Answer silent {{}, 200, LoopbackServer::Silent};
+        const Answer silent{{}, 200, LoopbackServer::Silent};
         for (const char *path : {"index", "log", "push_language", "operation"}) {
             server->answer(QByteArray("/api/system/") + path, silent);
         }
         server->answer(linkLog, silent);
-        server->answer("/api/system/region", {QByteArray(1 << 20, ' '), 200, LoopbackServer::Endless});
-        server->answer("/api/system/send_download_link", {R"({"code":0})", 200, LoopbackServer::Cut, 10800});
+        server->answer(
+            "/api/system/region", {QByteArray(1 << 20, ' '), 200, LoopbackServer::Endless});
+        server->answer(
+            "/api/system/send_download_link", {R"({"code":0})", 200, LoopbackServer::Cut, 10800});
         server->answer("/ip", {"{}", 503});
         Deployment::current().ipLookupAddress = server->baseAddress() + "/ip";
         KQHttpManager manager;
@@ -96,7 +103,8 @@ private slots:
         QCOMPARE(server->take(linkLog).fields.value(0).second, QByteArray("9"));
         server->answer(linkLog, {R"({"code":0})"});
         QTRY_COMPARE_WITH_TIMEOUT(names.size(), 5, 12000);
-        QVERIFY2(time.elapsed() >= 9400 && time.elapsed() < 11000, QByteArray::number(time.elapsed()));
+        QVERIFY2(
+            time.elapsed() >= 9400 && time.elapsed() < 11000, QByteArray::number(time.elapsed()));
         QCOMPARE(server->take(linkLog).fields.value(0).second, QByteArray("9"));
         // Nothing still runs that a late answer could reach.
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
@@ -107,7 +115,9 @@ private slots:
             told << arguments.first().toString();
         }
         told.sort();
-        QCOMPARE(told, QStringList({"checkRegion", "downloadLink", "init", "operationRecord", "serverPushLinkLog"}));
+        QCOMPARE(told,
+            QStringList(
+                {"checkRegion", "downloadLink", "init", "operationRecord", "serverPushLinkLog"}));
         // Meanwhile the lookup was tried three times, 3 s apart.
         const QString message = "应答错误" + Deployment::current().ipLookupAddress;
         QCOMPARE(lookups, QList<QVariantList>({{false, message, "应答错误"}}));
@@ -119,7 +129,7 @@ private slots:
         const QByteArray endless(256 << 10, 'x');
         server->answer("/endless", {endless, 200, LoopbackServer::Endless});
         server->answer("/good", {"AAAA", 200, LoopbackServer::Whole, 100});
-        Deployment::current().mirrorAddresses = QStringList {server->baseAddress() + "/endless"};
+        Deployment::current().mirrorAddresses = QStringList{server->baseAddress() + "/endless"};
         KQHttpManager manager;
         QSignalSpy found(&manager, &KQHttpManager::domainNameFromWebStatus);
         manager.getDomainNameFromWeb();
@@ -140,7 +150,8 @@ private slots:
         QStringList order;
         connect(&manager, &KQHttpManager::initSystemStatus, [&order] { order << "init"; });
         connect(&manager, &KQHttpManager::sendIsChinaIp, [&order] { order << "region"; });
-        connect(&manager, &KQHttpManager::sendOperationRecordStatus, [&order] { order << "record"; });
+        connect(
+            &manager, &KQHttpManager::sendOperationRecordStatus, [&order] { order << "record"; });
         manager.getInitInfo();
         manager.checkRegion();
         manager.sendOperationRecord({});
@@ -162,7 +173,8 @@ private slots:
         }
         manager->addLineLinkInfo(1, {}, "START");
         manager.reset();
-        QTRY_COMPARE(server->findChildren<QTcpSocket *>(QString(), Qt::FindDirectChildrenOnly).size(), 0);
+        QTRY_COMPARE(
+            server->findChildren<QTcpSocket *>(QString(), Qt::FindDirectChildrenOnly).size(), 0);
         QCOMPARE(codes.size(), 0);
     }
 };
