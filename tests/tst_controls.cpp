@@ -1,3 +1,4 @@
+#include <QMetaEnum>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlExpression>
@@ -8,40 +9,54 @@
 
 #include "app/StartUp.h"
 
+namespace {
+
+// "move X Y", "click X Y", "key NAME", or a script with the control's properties in reach; then
+// what the probe, another script, has to say.
+struct Step {
+    QString action;
+    QString probe;
+    QString expected;
+};
+
+// Around the control: a group, a field that can take the focus, and a note book.
+const QByteArray scenery = R"(
+import QtQuick 2.9
+import QtQuick.Controls 1.3 as Controls
+import "qrc:/VORN"
+Item {
+    id: scene
+    property string log
+    property real dpiScale: 1
+    property alias control: loader.item
+    function note(text) { log += text + ' ' }
+    function notes() { return log.trim() } // since the last action
+    width: 400; height: 400
+    Controls.ExclusiveGroup { id: group }
+    TextInput { id: other; y: 380; width: 50; height: 20 }
+    Loader { id: loader; sourceComponent: %1 }
+})";
+
+} // namespace
+Q_DECLARE_METATYPE(QVector<Step>)
+
 // The control set on its own, as the client's scenes import it.
 class TestControls : public QObject {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void init();
-
-    void defaults_data();
-    void defaults();
-    void buttonAnswersTheMouse_data();
-    void buttonAnswersTheMouse();
-    void buttonPlacesIconAndLabel();
-    void keysPressButtons();
-    void listTellsTheChosenRow();
-    void arrowKeysWalkThroughTheList();
-    void badgeShowsItsOwnTexts();
-    void groupKeepsOneChecked();
-    void radioButtonTellsOnlyOfAChange();
-    void lineEditShowsItsState();
-    void placeholderGivesWayToText();
+    void hasItsDefaults_data();
+    void hasItsDefaults();
+    void behaves_data();
+    void behaves();
 
 private:
-    // Shows the control at the top left, 200 pixels wide, beside a field that can take the focus.
     void show(const QString &control);
-    QVariant evaluate(const QString &expression);
-    void click(int x, int y) { QTest::mouseClick(view.data(), Qt::LeftButton, {}, QPoint(x, y)); }
-    QStringList takeLog()
-    {
-        return evaluate("scene.takeLog()").toString().split(' ', Qt::SkipEmptyParts);
-    }
+    QString evaluate(const QString &script) const;
+    void act(const QString &action);
 
     QScopedPointer<QQuickView> view;
-    QScopedPointer<QObject> scene;
     QQuickItem *control = nullptr;
 };
 
@@ -51,32 +66,14 @@ void TestControls::initTestCase()
     setUpFonts();
 }
 
-void TestControls::init()
-{
-    scene.reset();
-    view.reset(new QQuickView);
-    view->resize(400, 400);
-}
-
 void TestControls::show(const QString &text)
 {
+    view.reset(new QQuickView);
     QQmlComponent component(view->engine());
-    component.setData(
-        "import QtQuick 2.9\nimport QtQuick.Controls 1.3 as Controls\nimport \"qrc:/VORN\"\n"
-        "Item { id: scene; width: 400; height: 400\n"
-        "property string log; property alias control: loader.item\n"
-        "property real dpiScale: 1\n"
-        "function note(text) { log += text + ' ' }\n"
-        "function takeLog() { const all = log; log = ''; return all }\n"
-        "Controls.ExclusiveGroup { id: group }\n"
-        "TextInput { id: other; y: 380; width: 50; height: 20 }\n"
-        "property Item second\n"
-        "Loader { id: loader; sourceComponent: "
-            + text.toUtf8() + " } }",
-        QUrl("qrc:/test.qml"));
-    scene.reset(component.create(view->rootContext()));
+    component.setData(QString(scenery).arg(text).toUtf8(), QUrl("qrc:/test.qml"));
+    QObject *scene = component.create(view->rootContext());
     QVERIFY2(scene, qPrintable(component.errorString()));
-    qobject_cast<QQuickItem *>(scene.data())->setParentItem(view->contentItem());
+    view->setContent(QUrl(), nullptr, scene);
     control = scene->property("control").value<QQuickItem *>();
     QVERIFY(control);
     view->show();
@@ -85,260 +82,183 @@ void TestControls::show(const QString &text)
     QTest::mouseMove(view.data(), QPoint(390, 390));
 }
 
-// With the control's properties in reach.
-QVariant TestControls::evaluate(const QString &expression)
+QString TestControls::evaluate(const QString &script) const
 {
-    QQmlExpression script(qmlContext(control), control, expression);
-    const QVariant value = script.evaluate();
-    return script.hasError() ? QVariant(script.error().toString()) : value;
+    QQmlExpression expression(qmlContext(control), control, script);
+    const QVariant value = expression.evaluate();
+    return expression.hasError() ? expression.error().toString() : value.toString();
 }
 
-void TestControls::defaults_data()
+void TestControls::act(const QString &action)
 {
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("expectation");
-    const auto add = [](const char *type, const char *expectation) {
-        QTest::newRow(type) << type << expectation;
-    };
-    add("PXNorButton",
-        "[width, height, btMesg, btText, textLeftMargin, textColor, pressedTextColor, "
-        "releaseTextColor,"
-        " hoverTextColor, pointSize, buttonColor, pressedColor, releaseColor, disableColor, btIcon,"
-        " pressedIcon, releaseIcon, hoverIcon, bold, textVisible, enabled, padOrStretch, underLine,"
-        " hoverOpacity, exitOpacity, borderColor, pressdBorderColor].join()"
-        " === "
-        "'120,60,,,0,#000000,#000000,#000000,#00000000,14,#00000000,#00000000,#00000000,#00000000,"
-        ",,,,false,true,true,true,false,1,1,#000000,#000000'");
-    add("PXButton", "[nomerPic, hoverPic, pressPic].join() === ',,'");
-    add("PXCheckButton",
-        "[width, height, checked, exclusiveGroup, btMesg, btText, textColor, pressedTextColor,"
-        " releaseTextColor, fontSize, buttonColor, pressedColor, releaseColor, btIcon, pressedIcon,"
-        " releaseIcon, borderColor, pressdBorderColor].join() === '80,60,false,,,,#000000,#000000,"
-        "#000000,20,#00000000,#00000000,#00000000,,,,#000000,#000000'"
-        " && wrapMode === Text.WordWrap && elide === Text.ElideNone");
-    add("PXRadioButton",
-        "[radioText, checked, radioColor, radioTextColor, pointSize].join()"
-        " === ',false,#ffffff,#ffffff,11' && exclusiveGroup === null");
-    const char *combo =
-        "[width, height, textSize, nowIndex, boxheight, popListWdith, popListHeight,"
-        " popTopMargin, popLeftMargin, m_enabled, nomerPic, hoverPic, pressPic,"
-        " textForShow, modelList, backgroundcolor, alignFlag, positonY,"
-        " showSelectInBtn, backgroundImage, dropDownImage, sliderImage, checked,"
-        " padOrStretch, hoverOpacity].join() === '120,30,16,0,30,0,146,0,0,true,,,,,,"
-        "#ffffff,true,-1,true,,,,false,true,1'";
-    add("PXComboxNew", combo);
-    add("PXCombox",
-        qPrintable(QString(combo) + " && modelShowList.length === 0 && exitOpacity === 1"));
-    add("PXLineEdit",
-        "[width, height, enterImage, exitImge, errorImge, text, textLeftPadding, placeholderText,"
-        " errorText, pointSize, inputError, font.family].join()"
-        " === '364,45,,,,,30,hello world,hello world,9,false,Microsoft YaHei UI'"
-        " && echoMode === TextInput.Normal && validator === null");
-    add("PXLineEditNormal",
-        "[width, height, enterImage, exitImge, text, color, textLeftPadding, placeholderText,"
-        " pointSize, font.family].join()"
-        " === '200,30,,,,#000000,30,hello world,9,Microsoft YaHei UI'"
-        " && echoMode === TextInput.Normal && validator === null");
-}
-
-void TestControls::defaults()
-{
-    QFETCH(QString, type);
-    QFETCH(QString, expectation);
-    show(type + " {}");
-    QVERIFY2(evaluate(expectation) == true,
-        qPrintable(evaluate(expectation.left(expectation.indexOf(" === '"))).toString()));
-}
-
-void TestControls::buttonAnswersTheMouse_data()
-{
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<QStringList>("told");
-    QTest::addColumn<QString>("background");
-    QTest::newRow("enabled") << true << QStringList{"pressed", "release", "clicked", "42"}
-                             << "#ff0000";
-    QTest::newRow("disabled") << false << QStringList{"pressed", "release"} << "#0000ff";
-}
-
-void TestControls::buttonAnswersTheMouse()
-{
-    QFETCH(bool, enabled);
-    QFETCH(QStringList, told);
-    QFETCH(QString, background);
-    show("PXNorButton { btMesg: '42'; btIcon: 'qrc:/image/mini.png'; pressedIcon: "
-         "'qrc:/image/drop.png'\n"
-         "pressedColor: 'red'; releaseColor: 'lime'; disableColor: 'blue'; exitOpacity: 0.5\n"
-         "pressedTextColor: 'red'; releaseTextColor: 'lime'\n"
-         "onClicked: scene.note('clicked'); onClickedWithMesg: scene.note(mesg)\n"
-         "onPressed: scene.note('pressed'); onRelease: scene.note('release')\n"
-         "onMentered: scene.note('in'); onMexited: scene.note('out') }");
-    control->setProperty("enabled", enabled);
-    const QString state = "[btIcon, color, opacity].join()";
-    QCOMPARE(evaluate(state).toString(), QString("qrc:/image/mini.png,#00000000,0.5"));
-    QTest::mouseMove(view.data(), QPoint(20, 20));
-    QTRY_COMPARE(evaluate(state).toString(), "qrc:/image/drop.png," + background + ",1");
-    QCOMPARE(takeLog(), QStringList{"in"});
-    click(20, 20);
-    QCOMPARE(takeLog(), told);
-    QTest::mouseMove(view.data(), QPoint(300, 300));
-    QTRY_COMPARE(evaluate(state).toString(),
-        QString("qrc:/image/mini.png,%1,0.5").arg(enabled ? "#00ff00" : "#0000ff"));
-    QCOMPARE(takeLog(), QStringList{"out"});
-}
-
-void TestControls::buttonPlacesIconAndLabel()
-{
-    show("PXNorButton { width: 200; height: 40; btText: 'Label'; btIcon: 'qrc:/image/mini.png' }");
-    QQuickItem *label = nullptr;
-    QQuickItem *icon = nullptr;
-    for (QQuickItem *child : control->childItems()) {
-        label = child->inherits("QQuickText") ? child : label;
-        for (QQuickItem *inner : child->childItems())
-            icon = inner->inherits("QQuickBorderImage") ? inner : icon;
+    if (action.isEmpty()) {
+        return;
     }
-    QVERIFY(label && icon);
-    const auto place = [](const QQuickItem *item) {
-        return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
-    };
-    QCOMPARE(evaluate("textLength()").toReal(), label->width());
-    QVERIFY(
-        qAbs(place(label).center().x() - 100) <= 1 && qAbs(place(icon).center().x() - 100) <= 1);
-    QCOMPARE(icon->size(), QSizeF(22, 17));
-    control->setProperty("padOrStretch", false);
-    QCOMPARE(icon->size(), QSizeF(200, 40));
-    control->setProperty("textLeftMargin", 12);
-    QCOMPARE(icon->size(), QSizeF(22, 17));
-    QVERIFY(qAbs(place(icon).center().x() - 20) <= 1);
-    QCOMPARE(place(label).x(), 52.0);
-    control->setProperty("textLeftMargin", -1);
-    QCOMPARE(place(label).x(), 0.0);
-    QVERIFY(!icon->isVisible());
+    evaluate("scene.log = ''");
+    const QStringList words = action.split(' ');
+    const QPoint place(words.value(1).toInt(), words.value(2).toInt());
+    QSignalSpy drawn(view.data(), &QQuickWindow::frameSwapped);
+    if (words.first() == "move")
+        QTest::mouseMove(view.data(), place);
+    else if (words.first() == "click")
+        QTest::mouseClick(view.data(), Qt::LeftButton, {}, place);
+    else if (words.first() == "key")
+        QTest::keyClick(view.data(),
+            Qt::Key(QMetaEnum::fromType<Qt::Key>().keyToValue(qPrintable("Key_" + words.last()))));
+    else
+        evaluate(action);
+    view->update();
+    QVERIFY(drawn.wait());
 }
 
-void TestControls::keysPressButtons()
+void TestControls::hasItsDefaults_data()
 {
-    show("PXNorButton { onClicked: scene.note('clicked') }");
-    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
-        control->forceActiveFocus();
-        QTest::keyClick(view.data(), key);
-        QCOMPARE(takeLog(), QStringList{"clicked"});
-    }
-    control->setProperty("enabled", false);
-    QTest::keyClick(view.data(), Qt::Key_Space);
-    QCOMPARE(takeLog(), QStringList());
+    QTest::addColumn<QString>("names");
+    QTest::addColumn<QString>("values");
+    QTest::newRow("PXNorButton")
+        << "width, height, btMesg, btText, textLeftMargin, textColor, pressedTextColor,"
+           "releaseTextColor, hoverTextColor, pointSize, buttonColor, pressedColor, releaseColor,"
+           "disableColor, btIcon, pressedIcon, releaseIcon, hoverIcon, bold, textVisible, enabled,"
+           "padOrStretch, underLine, hoverOpacity, exitOpacity, borderColor, pressdBorderColor"
+        << "120,60,,,0,#000000,#000000,#000000,#00000000,14,#00000000,#00000000,#00000000,"
+           "#00000000,,,,,false,true,true,true,false,1,1,#000000,#000000";
+    QTest::newRow("PXButton") << "nomerPic, hoverPic, pressPic"
+                              << ",,";
+    QTest::newRow("PXCheckButton")
+        << "width, height, checked, exclusiveGroup, btMesg, btText, textColor, pressedTextColor,"
+           "releaseTextColor, fontSize, buttonColor, pressedColor, releaseColor, btIcon,"
+           "pressedIcon, releaseIcon, borderColor, pressdBorderColor, wrapMode === Text.WordWrap"
+        << "80,60,false,,,,#000000,#000000,#000000,20,#00000000,#00000000,#00000000,,,,#000000,"
+           "#000000,true";
+    QTest::newRow("PXRadioButton")
+        << "radioText, exclusiveGroup, checked, radioColor, radioTextColor, pointSize"
+        << ",,false,#ffffff,#ffffff,11";
+    const QString combo = "width, height, textSize, nowIndex, boxheight, popListWdith,"
+                          "popListHeight, popTopMargin, popLeftMargin, m_enabled, nomerPic,"
+                          "hoverPic, pressPic, textForShow, modelList, backgroundcolor, alignFlag,"
+                          "positonY, showSelectInBtn, backgroundImage, dropDownImage, sliderImage,"
+                          "checked, padOrStretch, hoverOpacity";
+    const QString comboValues =
+        "120,30,16,0,30,0,146,0,0,true,,,,,,#ffffff,true,-1,true,,,,false,true,1";
+    QTest::newRow("PXComboxNew") << combo << comboValues;
+    QTest::newRow("PXCombox") << combo + ", modelShowList, exitOpacity" << comboValues + ",,1";
+    const QString edit = "width, height, enterImage, exitImge, text, textLeftPadding, pointSize,"
+                         "placeholderText, font.family, echoMode === TextInput.Normal, validator";
+    QTest::newRow("PXLineEdit")
+        << edit + ", errorImge, errorText, inputError"
+        << "364,45,,,,30,9,hello world,Microsoft YaHei UI,true,,,hello world,false";
+    QTest::newRow("PXLineEditNormal")
+        << edit + ", color"
+        << "200,30,,,,30,9,hello world,Microsoft YaHei UI,true,,#000000";
 }
 
-void TestControls::listTellsTheChosenRow()
+void TestControls::hasItsDefaults()
 {
-    show("PXComboxNew { boxheight: 26; popListWdith: 100; popListHeight: 126; positonY: 0\n"
-         "modelList: ['a', 'b', 'c']; onItemClicked: scene.note('item:' + temp)\n"
-         "onSendData: scene.note(index + ':' + text + ':' + checked) }");
-    for (const int row : {2, 2, 0}) {
-        click(50, 10);
-        QCOMPARE(evaluate("checked").toBool(), true);
-        QSignalSpy drawn(view.data(), &QQuickWindow::frameSwapped);
-        view->update();
-        QVERIFY(drawn.wait());
-        click(50, 26 + 25 * row + 12);
-        const QString text(QChar('a' + row));
-        QCOMPARE(
-            takeLog(), (QStringList{"item:" + text, QString("%1:%2:true").arg(row).arg(text)}));
-        QCOMPARE(evaluate("[nowIndex, textForShow, checked].join()").toString(),
-            QString("%1,%2,false").arg(row).arg(text));
-    }
-    click(50, 10);
-    click(50, 10);
-    QCOMPARE(evaluate("checked").toBool(), false);
+    QFETCH(QString, names);
+    QFETCH(QString, values);
+    show(QString(QTest::currentDataTag()) + " {}");
+    QCOMPARE(evaluate("[" + names + "].join()"), values);
 }
 
-void TestControls::arrowKeysWalkThroughTheList()
+void TestControls::behaves_data()
 {
-    show("PXComboxNew { modelList: ['a', 'b', 'c', 'd']; nowIndex: 1; onSendData: scene.note(text) "
-         "}");
-    control->forceActiveFocus();
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Escape})
-        QTest::keyClick(view.data(), key);
-    QCOMPARE(evaluate("[nowIndex, checked].join()").toString(), QString("1,false"));
-    for (const Qt::Key key :
-        {Qt::Key_Space, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Return})
-        QTest::keyClick(view.data(), key);
-    QCOMPARE(takeLog(), QStringList{"c"});
-    QCOMPARE(evaluate("checked").toBool(), false);
-}
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QVector<Step>>("steps");
 
-void TestControls::badgeShowsItsOwnTexts()
-{
-    show("PXCombox { modelList: ['English', 'Deutsch']; modelShowList: ['EN', 'DE']\n"
-         "onClick: scene.note('click'); onItemClicked: scene.note(temp + textForShow) }");
-    click(60, 15);
-    QCOMPARE(takeLog(), QStringList{"click"});
-    QCOMPARE(evaluate("checked").toBool(), true);
-    evaluate("other.forceActiveFocus()");
-    QCOMPARE(evaluate("checked").toBool(), false);
-    control->forceActiveFocus();
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
-        QTest::keyClick(view.data(), key);
-    QCOMPARE(takeLog(), QStringList{"DeutschDE"});
-}
+    const QString button =
+        "PXNorButton { enabled: %1; btMesg: '42'; btIcon: 'a.png'; pressedIcon: 'b.png'\n"
+        "pressedColor: 'red'; releaseColor: 'lime'; disableColor: 'blue'; exitOpacity: 0.5\n"
+        "onClicked: scene.note('clicked'); onClickedWithMesg: scene.note(mesg)\n"
+        "onPressed: scene.note('pressed'); onRelease: scene.note('release')\n"
+        "onMentered: scene.note('in'); onMexited: scene.note('out') }";
+    const QString look = "[btIcon, color, opacity].join().replace('qrc:/', '')";
+    QTest::newRow("button") << button.arg("true")
+                            << QVector<Step>{{"", look, "a.png,#00000000,0.5"},
+                                   {"move 20 20", look, "b.png,#ff0000,1"},
+                                   {"", "scene.notes()", "in"},
+                                   {"click 20 20", "scene.notes()", "pressed release clicked 42"},
+                                   {"move 300 300", look, "a.png,#00ff00,0.5"},
+                                   {"", "scene.notes()", "out"},
+                                   {"forceActiveFocus()", "activeFocus", "true"},
+                                   {"key Space", "scene.notes()", "pressed release clicked 42"},
+                                   {"key Return", "scene.notes()", "pressed release clicked 42"}};
+    QTest::newRow("disabled button")
+        << button.arg("false")
+        << QVector<Step>{{"move 20 20", look, "b.png,#0000ff,1"}, {"", "scene.notes()", "in"},
+               {"click 20 20", "scene.notes()", "pressed release"},
+               {"move 300 300", look, "a.png,#0000ff,0.5"}, {"", "scene.notes()", "out"}};
+    // The icon in its frame, and the label.
+    const QString icon = "[children[0].children[0].x, children[0].children[0].width].join()";
+    const QString label = "[children[0].visible, children[1].x].join()";
+    QTest::newRow("icon and label")
+        << "PXNorButton { width: 202; height: 40; btText: 'text'; btIcon: 'qrc:/image/mini.png' }"
+        << QVector<Step>{{"", icon, "90,22"}, {"padOrStretch = false", icon, "0,202"},
+               {"", "children[1].x * 2 + textLength()", "202"},
+               {"textLeftMargin = 12", icon, "9,22"}, {"", label, "true,52"},
+               {"textLeftMargin = -1", label, "false,0"}};
 
-void TestControls::groupKeepsOneChecked()
-{
-    show("Column { PXCheckButton { exclusiveGroup: group; onClicked: scene.note('first') }\n"
-         "PXCheckButton { exclusiveGroup: group; checked: true } PXCheckButton {} }");
-    const QString states =
-        "children[0].checked + ' ' + children[1].checked + ' ' + children[2].checked";
-    click(40, 30);
-    QCOMPARE(evaluate(states).toString(), QString("true false false"));
-    click(40, 30);
-    click(40, 150);
-    QCOMPARE(evaluate(states).toString(), QString("true false true"));
-    QCOMPARE(takeLog(), (QStringList{"first", "first"}));
-}
+    const QString box = "[nowIndex, textForShow, checked].join()";
+    QTest::newRow("language box")
+        << "PXComboxNew { boxheight: 26; popListWdith: 100; popListHeight: 126; positonY: 0\n"
+           "modelList: ['a', 'b', 'c']; onItemClicked: scene.note('item ' + temp)\n"
+           "onSendData: scene.note(index + text + checked) }"
+        << QVector<Step>{{"click 50 10", box, "0,,true"}, {"click 50 88", box, "2,c,false"},
+               {"", "scene.notes()", "item c 2ctrue"}, {"click 50 10", box, "2,c,true"},
+               {"click 50 88", "scene.notes()", "item c 2ctrue"}, {"click 50 10", box, "2,c,true"},
+               {"click 50 10", box, "2,c,false"}, {"key Down", box, "2,c,true"},
+               {"key Up", box, "2,c,true"}, {"key Escape", box, "2,c,false"},
+               {"key Space", box, "2,c,true"}, {"key Home", box, "2,c,true"},
+               {"key Down", box, "2,c,true"}, {"key Return", box, "1,b,false"},
+               {"", "scene.notes()", "item b 1btrue"}};
+    QTest::newRow("badge")
+        << "PXCombox { modelList: ['English', 'Deutsch']; modelShowList: ['EN', 'DE']\n"
+           "onClick: scene.note('click'); onItemClicked: scene.note(temp + textForShow) }"
+        << QVector<Step>{{"click 60 15", box, "0,,true"}, {"", "scene.notes()", "click"},
+               {"other.forceActiveFocus()", box, "0,,false"},
+               {"forceActiveFocus()", box, "0,,false"}, {"key Down", box, "0,,true"},
+               {"key End", box, "0,,true"}, {"key Return", box, "1,DE,false"},
+               {"", "scene.notes()", "DeutschDE"}};
 
-void TestControls::radioButtonTellsOnlyOfAChange()
-{
-    show("Column { PXRadioButton { radioText: 'one'; exclusiveGroup: group; onClick: "
-         "scene.note('one') }\n"
-         "PXRadioButton { radioText: 'two'; exclusiveGroup: group; checked: true } }");
-    click(5, 5);
-    click(5, 5);
-    QCOMPARE(takeLog(), QStringList{"one"});
-    QCOMPARE(evaluate("children[0].checked + ' ' + children[1].checked").toString(),
-        QString("true false"));
-    QVERIFY(evaluate("children[0].textLength()").toReal() > 10);
-}
-
-void TestControls::lineEditShowsItsState()
-{
-    show(
-        "PXLineEdit { enterImage: 'qrc:/image/lineEditBg.png'; exitImge: 'qrc:/image/rightBg.png'\n"
-        "errorImge: 'qrc:/image/comboxBg.png' }");
-    const QString state =
+    const QString checks = "[0, 1, 2].map(function(i) { return children[i].checked }).join()";
+    QTest::newRow("check buttons")
+        << "Column { PXCheckButton { exclusiveGroup: group; onClicked: scene.note('first') }\n"
+           "PXCheckButton { exclusiveGroup: group; checked: true } PXCheckButton {} }"
+        << QVector<Step>{{"click 40 30", checks, "true,false,false"},
+               {"click 40 30", checks, "true,false,false"}, {"", "scene.notes()", "first"},
+               {"click 40 150", checks, "true,false,true"}, {"", "scene.notes()", ""}};
+    QTest::newRow("radio buttons")
+        << "Column { PXRadioButton { radioText: 'one'; exclusiveGroup: group; onClick: "
+           "scene.note('one') }\n"
+           "PXRadioButton { exclusiveGroup: group; checked: true } PXRadioButton {} }"
+        << QVector<Step>{{"click 5 5", checks, "true,false,false"}, {"", "scene.notes()", "one"},
+               {"click 5 5", "scene.notes()", ""}, {"", "children[0].textLength() > 10", "true"}};
+    const QString field =
         "[children[0].source, children[1].visible, children[1].color, errorText].join()";
-    QCOMPARE(
-        evaluate(state).toString(), QString("qrc:/image/rightBg.png,false,#666666,hello world"));
-    click(100, 20);
-    QCOMPARE(
-        evaluate(state).toString(), QString("qrc:/image/lineEditBg.png,true,#58aa64,hello world"));
-    evaluate("inputError = true, errorText = 'wrong'");
-    QCOMPARE(evaluate(state).toString(), QString("qrc:/image/comboxBg.png,true,#c84031,wrong"));
-    evaluate("inputError = false, other.forceActiveFocus(), text = 'x'");
-    QCOMPARE(
-        evaluate(state).toString(), QString("qrc:/image/rightBg.png,true,#666666,hello world"));
+    QTest::newRow("line edit")
+        << "PXLineEdit { enterImage: 'a'; exitImge: 'b'; errorImge: 'c' }"
+        << QVector<Step>{{"", field, "qrc:/b,false,#666666,hello world"},
+               {"click 100 20", field, "qrc:/a,true,#58aa64,hello world"},
+               {"inputError = true, errorText = 'no'", field, "qrc:/c,true,#c84031,no"},
+               {"inputError = false", field, "qrc:/a,true,#58aa64,hello world"},
+               {"text = 'x', other.forceActiveFocus()", field, "qrc:/b,true,#666666,hello world"}};
+    const QString placeholder = "children[1].opacity";
+    QTest::newRow("placeholder") << "PXLineEditNormal {}"
+                                 << QVector<Step>{{"", placeholder, "1"},
+                                        {"click 100 15", placeholder, "0"},
+                                        {"other.forceActiveFocus()", placeholder, "1"},
+                                        {"", "children[2].cursorVisible", "false"},
+                                        {"text = 'x'", placeholder, "0"}};
 }
 
-void TestControls::placeholderGivesWayToText()
+void TestControls::behaves()
 {
-    show("PXLineEditNormal {}");
-    const QString opacity = "children[1].opacity";
-    QCOMPARE(evaluate(opacity).toReal(), 1.0);
-    click(100, 15);
-    QTRY_COMPARE(evaluate(opacity).toReal(), 0.0);
-    evaluate("other.forceActiveFocus()");
-    QTRY_COMPARE(evaluate(opacity).toReal(), 1.0);
-    QCOMPARE(evaluate("children[2].cursorVisible").toBool(), false);
-    evaluate("text = 'x'");
-    QTRY_COMPARE(evaluate(opacity).toReal(), 0.0);
+    QFETCH(QString, text);
+    QFETCH(QVector<Step>, steps);
+    show(text);
+    for (const Step &step : qAsConst(steps)) {
+        act(step.action);
+        QTRY_COMPARE(evaluate(step.probe), step.expected);
+    }
 }
 
 QTEST_MAIN(TestControls)
