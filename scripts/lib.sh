@@ -54,3 +54,37 @@ configure() {
     quietly "$folder/configure.log" cmake -S "$root" -B "$folder" -G Ninja \
         -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_EXPORT_COMPILE_COMMANDS=ON "$@"
 }
+
+# build_installer FOLDER SERVER TARGET...: a release build that talks to the server at that address.
+build_installer() {
+    local folder=$1 server=$2
+    shift 2
+    configure "$folder" -DCMAKE_BUILD_TYPE=Release -DVORN_TESTS=OFF \
+        -DVORN_API_BASE_ADDRESS="$server" \
+        -DVORN_MIRROR_ADDRESSES="$server/us/cookie.txt;$server/eu/cookie.txt;$server/ca/cookie.txt;$server/asia/cookie.txt" \
+        -DVORN_IP_LOOKUP_ADDRESS="$server/lookup" \
+        -DVORN_WEB_SIGN_IN_HOST="$server" \
+        -DVORN_CHAT_GROUP_LINK="$server/page/chat_group" \
+        -DVORN_UPDATE_PLACEHOLDER="$server/"
+    quietly "$folder/build.log" cmake --build "$folder" --target "$@"
+}
+
+# stage_bundle BUILD FOLDER: an unpacked installation bundle: the installer, its icon and channel,
+# and the tree of a small sample client.
+stage_bundle() {
+    rm -rf "$2"
+    mkdir -p "$2"
+    cp -R "$root/packaging/sample-client/." "$2/"
+    cp "$1/app/VornInstall" "$root/qml/image/small.ico" "$2/"
+    printf '{"channel": "official"}\n' >"$2/Channel.json"
+}
+
+# start_display FOLDER SIZE: a virtual display; sets display_pid and DISPLAY. Its log is in FOLDER.
+start_display() {
+    Xvfb -displayfd 3 -screen 0 "$2x24" -nolisten tcp 3>"$1/display" 2>"$1/xvfb.log" &
+    display_pid=$!
+    wait_until 20 test -s "$1/display" || fail "Xvfb does not start: $(cat "$1/xvfb.log")"
+    DISPLAY=:$(cat "$1/display")
+    export DISPLAY
+    unset WAYLAND_DISPLAY XAUTHORITY
+}

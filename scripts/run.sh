@@ -43,27 +43,6 @@ start_server() {
 
 server_decided() { [ -s "$out/server.port" ] || not_running "$server_pid"; }
 
-build_installer() {
-    say "Building"
-    configure "$build" -DCMAKE_BUILD_TYPE=Release -DVORN_TESTS=OFF \
-        -DVORN_API_BASE_ADDRESS="$server" \
-        -DVORN_MIRROR_ADDRESSES="$server/us/cookie.txt;$server/eu/cookie.txt;$server/ca/cookie.txt;$server/asia/cookie.txt" \
-        -DVORN_IP_LOOKUP_ADDRESS="$server/lookup" \
-        -DVORN_WEB_SIGN_IN_HOST="$server" \
-        -DVORN_CHAT_GROUP_LINK="$server/page/chat_group" \
-        -DVORN_UPDATE_PLACEHOLDER="$server/"
-    quietly "$build/build.log" cmake --build "$build" --target VornInstall
-}
-
-# An unpacked installation bundle: the installer, its icon and channel, and the client's tree.
-stage_bundle() {
-    rm -rf "$out/bundle"
-    mkdir -p "$out/bundle"
-    cp -R "$root/packaging/sample-client/." "$out/bundle/"
-    cp "$build/app/VornInstall" "$root/qml/image/small.ico" "$out/bundle/"
-    printf '{"channel": "official"}\n' >"$out/bundle/Channel.json"
-}
-
 run_in_window() {
     say "Starting the installer from out/bundle"
     [ -w /opt ] || say "/opt needs administrator rights: choose a directory of yours (Custom path)."
@@ -99,6 +78,7 @@ mkdir -p "$out"
 server_pid=
 trap 'stop $server_pid' EXIT
 start_server
-build_installer
-stage_bundle
+say "Building"
+build_installer "$build" "$server" VornInstall
+stage_bundle "$build" "$out/bundle"
 if [ "$virtual" = yes ]; then walk_virtually; else run_in_window; fi

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Everything that must hold, from a fresh clone: the test programs, the checks of the sources, a whole
-# installation on a virtual display, and the test programs once more under the sanitizers.
+# Everything that must hold, from a fresh clone: the test programs, the checks of the sources, a
+# whole installation on a virtual display, and the test programs once more under the sanitizers.
 #     scripts/test.sh              all of it, the quickest first
 #     scripts/test.sh STAGE...     --unit --checks --walk --sanitize, and --deep (clang-tidy, clazy)
 set -euo pipefail
@@ -12,7 +12,7 @@ run_tests() {
     local folder=$1
     configure "$@" -DCMAKE_BUILD_TYPE=Debug -DVORN_WERROR=ON
     quietly "$folder/build.log" cmake --build "$folder"
-    ctest --test-dir "$folder" --output-on-failure --progress -j "$(nproc)"
+    ctest --test-dir "$folder" --output-on-failure -j "$(nproc)"
 }
 
 unit() { run_tests "$root/build/test"; }

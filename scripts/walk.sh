@@ -47,17 +47,6 @@ cover() {
 
 # --- the window -------------------------------------------------------------------------------
 
-start_display() {
-    local number_file=$out/walk/display
-    Xvfb -displayfd 3 -screen 0 "${screen_width}x${screen_height}x24" -nolisten tcp \
-        3>"$number_file" 2>"$out/walk/xvfb.log" &
-    display_pid=$!
-    wait_until 20 test -s "$number_file" || fail "Xvfb does not start: $(cat "$out/walk/xvfb.log")"
-    DISPLAY=:$(cat "$number_file")
-    export DISPLAY
-    unset WAYLAND_DISPLAY XAUTHORITY
-}
-
 # The installer sees a home directory and a pkexec of its own; the latter runs its arguments.
 start_installer() {
     mkdir -p "$out/walk/bin" "$out/walk/home" "$out/walk/runtime"
@@ -257,7 +246,7 @@ fi
 
 display_pid="" installer_pid=""
 trap 'stop $installer_pid $display_pid' EXIT
-start_display
+start_display "$out/walk" "${screen_width}x$screen_height"
 start_installer
 
 say "Clicking through the installation"
