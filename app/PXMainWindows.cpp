@@ -3,12 +3,16 @@
 #include <QCoreApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QTimer>
 
 #include "app/MyNetworkAccessManagerFactory.h"
 #include "base/DebugLine.h"
+#include "base/FirstFrame.h"
 #include "settings/DataManager.h"
 
 namespace {
+
+constexpr int longestWaitForFrame = 300; // milliseconds; a window need not be drawn at all
 
 struct SceneConnection {
     const char *signal;
@@ -50,6 +54,9 @@ PXMainWindows::PXMainWindows(QWindow *parent)
     debugLine() << "sys:" << systemType;
     setFlags(windowFlags(systemType));
     setColor(Qt::transparent);
+    connect(this, &QQuickWindow::frameSwapped, this, FirstFrame::drawn);
+    QTimer::singleShot(longestWaitForFrame, this, FirstFrame::drawn);
+    FirstFrame::expect();
     setSource(QUrl(QStringLiteral("qrc:/main.qml")));
     m_root = rootObject();
     engine()->setNetworkAccessManagerFactory(networkFactory());

@@ -4,6 +4,8 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QIcon>
+#include <QImageReader>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 #include <QScreen>
@@ -21,6 +23,19 @@ void preferX11()
 }
 
 void useSoftwareSceneGraph() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
+
+QIcon windowIcon()
+{
+    constexpr int largest = 64; // pixels
+    QIcon icon;
+    QImageReader reader(QStringLiteral(":/image/small.ico"));
+    for (int i = 0; i < reader.imageCount() && reader.jumpToImage(i); ++i) {
+        if (reader.size().width() <= largest) {
+            icon.addPixmap(QPixmap::fromImageReader(&reader));
+        }
+    }
+    return icon;
+}
 
 void setUpFonts()
 {

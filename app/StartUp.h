@@ -1,5 +1,6 @@
 #pragma once
 
+class QIcon;
 class QWindow;
 
 // What has to stand before the scene is loaded.
@@ -11,6 +12,10 @@ void preferX11();
 // Before the first window: the software scene graph needs no OpenGL driver, starts faster than any
 // and gives a window with an alpha channel.
 void useSoftwareSceneGraph();
+
+// The sizes that window lists and title bars show; the file has larger ones for menus, which would
+// only take time on their way to the window system.
+QIcon windowIcon();
 
 // The application font, and subset fonts that hold every character of the translations: a bare
 // system has no Chinese font.

@@ -12,7 +12,7 @@ int main(int argc, char *argv[])
     preferX11();
     useSoftwareSceneGraph();
     QApplication application(argc, argv);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/image/small.ico")));
+    QApplication::setWindowIcon(windowIcon());
     if (isDebug) {
         qInstallMessageHandler(kqMessageOutput);
     }

@@ -1,0 +1,51 @@
+#include "base/FirstFrame.h"
+
+#include <QPointer>
+
+#include <utility>
+#include <vector>
+
+namespace FirstFrame {
+namespace {
+
+struct Task {
+    QPointer<const QObject> context;
+    std::function<void()> work;
+};
+
+struct State {
+    bool isExpected = false;
+    std::vector<Task> tasks;
+};
+
+State &state()
+{
+    static State current;
+    return current;
+}
+
+} // namespace
+
+void expect() { state().isExpected = true; }
+
+void drawn()
+{
+    state().isExpected = false;
+    const std::vector<Task> tasks = std::exchange(state().tasks, {});
+    for (const Task &task : tasks) {
+        if (task.context) {
+            task.work();
+        }
+    }
+}
+
+void then(const QObject *context, std::function<void()> work)
+{
+    if (state().isExpected) {
+        state().tasks.push_back({context, std::move(work)});
+    } else {
+        work();
+    }
+}
+
+} // namespace FirstFrame
