@@ -46,8 +46,6 @@ class TestControls : public QObject {
 
 private slots:
     void initTestCase();
-    void hasItsDefaults_data();
-    void hasItsDefaults();
     void behaves_data();
     void behaves();
 
@@ -109,55 +107,6 @@ void TestControls::act(const QString &action)
         evaluate(action);
     view->update();
     QVERIFY(drawn.wait());
-}
-
-void TestControls::hasItsDefaults_data()
-{
-    QTest::addColumn<QString>("names");
-    QTest::addColumn<QString>("values");
-    QTest::newRow("PXNorButton")
-        << "width, height, btMesg, btText, textLeftMargin, textColor, pressedTextColor,"
-           "releaseTextColor, hoverTextColor, pointSize, buttonColor, pressedColor, releaseColor,"
-           "disableColor, btIcon, pressedIcon, releaseIcon, hoverIcon, bold, textVisible, enabled,"
-           "padOrStretch, underLine, hoverOpacity, exitOpacity, borderColor, pressdBorderColor"
-        << "120,60,,,0,#000000,#000000,#000000,#00000000,14,#00000000,#00000000,#00000000,"
-           "#00000000,,,,,false,true,true,true,false,1,1,#000000,#000000";
-    QTest::newRow("PXButton") << "nomerPic, hoverPic, pressPic"
-                              << ",,";
-    QTest::newRow("PXCheckButton")
-        << "width, height, checked, exclusiveGroup, btMesg, btText, textColor, pressedTextColor,"
-           "releaseTextColor, fontSize, buttonColor, pressedColor, releaseColor, btIcon,"
-           "pressedIcon, releaseIcon, borderColor, pressdBorderColor, wrapMode === Text.WordWrap"
-        << "80,60,false,,,,#000000,#000000,#000000,20,#00000000,#00000000,#00000000,,,,#000000,"
-           "#000000,true";
-    QTest::newRow("PXRadioButton")
-        << "radioText, exclusiveGroup, checked, radioColor, radioTextColor, pointSize"
-        << ",,false,#ffffff,#ffffff,11";
-    const QString combo = "width, height, textSize, nowIndex, boxheight, popListWdith,"
-                          "popListHeight, popTopMargin, popLeftMargin, m_enabled, nomerPic,"
-                          "hoverPic, pressPic, textForShow, modelList, backgroundcolor, alignFlag,"
-                          "positonY, showSelectInBtn, backgroundImage, dropDownImage, sliderImage,"
-                          "checked, padOrStretch, hoverOpacity";
-    const QString comboValues =
-        "120,30,16,0,30,0,146,0,0,true,,,,,,#ffffff,true,-1,true,,,,false,true,1";
-    QTest::newRow("PXComboxNew") << combo << comboValues;
-    QTest::newRow("PXCombox") << combo + ", modelShowList, exitOpacity" << comboValues + ",,1";
-    const QString edit = "width, height, enterImage, exitImge, text, textLeftPadding, pointSize,"
-                         "placeholderText, font.family, echoMode === TextInput.Normal, validator";
-    QTest::newRow("PXLineEdit")
-        << edit + ", errorImge, errorText, inputError"
-        << "364,45,,,,30,9,hello world,Microsoft YaHei UI,true,,,hello world,false";
-    QTest::newRow("PXLineEditNormal")
-        << edit + ", color"
-        << "200,30,,,,30,9,hello world,Microsoft YaHei UI,true,,#000000";
-}
-
-void TestControls::hasItsDefaults()
-{
-    QFETCH(QString, names);
-    QFETCH(QString, values);
-    show(QString(QTest::currentDataTag()) + " {}");
-    QCOMPARE(evaluate("[" + names + "].join()"), values);
 }
 
 void TestControls::behaves_data()

@@ -162,6 +162,7 @@ Rectangle {
 
         property bool open: false
 
+        objectName: "list"
         x: root.popLeftMargin
         y: root.positonY === 0 ? root.height + root.popTopMargin : -height - root.popTopMargin
         width: root.popListWdith

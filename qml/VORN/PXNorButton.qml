@@ -100,7 +100,7 @@ Rectangle {
     Item {
         id: iconFrame
 
-        width: root.textLeftMargin > 0 ? root.height : root.width
+        width: root.textLeftMargin === 0 ? root.width : root.height
         height: root.height
         visible: root.textLeftMargin !== -1
 
