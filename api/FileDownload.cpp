@@ -55,24 +55,18 @@ void FileDownload::chooseFile(const QString &installPath, bool isLinux)
 void FileDownload::receive(qint64 total)
 {
     m_total = total;
-    appendBuffered();
-}
-
-bool FileDownload::finish()
-{
-    appendBuffered();
-    close();
-    return m_total > 0;
-}
-
-void FileDownload::appendBuffered()
-{
     if (m_reply) {
         const QByteArray bytes = m_reply->readAll();
         if (m_file.isOpen()) {
             m_file.write(bytes);
         }
     }
+}
+
+bool FileDownload::finish()
+{
+    close();
+    return m_total > 0;
 }
 
 void FileDownload::close()

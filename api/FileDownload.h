@@ -18,13 +18,13 @@ public:
     // before. The reply is released when the download ends.
     void start(QNetworkReply *reply, int kind, const QString &installPath, bool isLinux);
     void receive(qint64 total); // appends what the reply has buffered
+    // A reply reports its progress once more before it finishes, so nothing is left to append.
     bool finish(); // true when a size was reported that is more than nothing
 
     int kind() const { return m_kind; }
 
 private:
     void chooseFile(const QString &installPath, bool isLinux);
-    void appendBuffered();
     void close();
 
     QFile m_file;
