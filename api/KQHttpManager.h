@@ -170,6 +170,7 @@ private:
     const Endpoint *findEndpointOfUrl(const QString &url) const;
     void sendLinkLog(const LineLinkInfo &record);
 
+    bool isLookupAddress(const QString &url) const;
     void dealDiscoveryFile(const QByteArray &body);
     void dealLookupAnswer(const QByteArray &body);
     void dealLookupError();

@@ -10,6 +10,7 @@
 #include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
 #include "base/Deployment.h"
+#include "base/FirstFrame.h"
 #include "crypto/Encryption.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
@@ -43,9 +44,12 @@ void KQHttpManager::getDomainNameFromWeb()
         emit domainNameFromWebStatus(true);
         return;
     }
-    for (const QString &address : qAsConst(Deployment::current().mirrorAddresses)) {
-        httpRequestDirect(address);
-    }
+    FirstFrame::then(this, [this] {
+        releaseDirectReplies();
+        for (const QString &address : qAsConst(Deployment::current().mirrorAddresses)) {
+            httpRequestDirect(address);
+        }
+    });
 }
 
 void KQHttpManager::releaseDirectReplies()
@@ -58,7 +62,10 @@ void KQHttpManager::releaseDirectReplies()
     }
 }
 
-void KQHttpManager::requestWebAddress() { httpRequestDirect(m_ipLookupAddress); }
+void KQHttpManager::requestWebAddress()
+{
+    FirstFrame::then(this, [this] { httpRequestDirect(m_ipLookupAddress); });
+}
 
 void KQHttpManager::httpRequestDirect(const QString &url)
 {
@@ -82,6 +89,14 @@ void KQHttpManager::httpRequestDirect(const QString &url)
     connect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyReadDirect);
 }
 
+// Whatever lies at the lookup address is a lookup, except the mirrors: the lookup address may be a
+// part of theirs.
+bool KQHttpManager::isLookupAddress(const QString &url) const
+{
+    return !m_ipLookupAddress.isEmpty() && url.contains(m_ipLookupAddress)
+        && !Deployment::current().mirrorAddresses.contains(url);
+}
+
 void KQHttpManager::replyReadyReadDirect()
 {
     debugLine() << "请求网页-------------------->";
@@ -91,10 +106,8 @@ void KQHttpManager::replyReadyReadDirect()
         return;
     }
     reply->deleteLater();
-    // What was not asked for as a discovery file is a lookup. Comparing addresses would not do: the
-    // lookup address may be a part of a mirror's.
-    const bool isLookup = !m_directReplies.removeOne(reply);
     const QString url = reply->url().toString();
+    const bool isLookup = !m_directReplies.removeOne(reply) || isLookupAddress(url);
     if (reply->error() != QNetworkReply::NoError) {
         debugLine() << "====>应答错误:" << url << " " << reply->errorString();
         if (isLookup) {
