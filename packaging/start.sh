@@ -78,10 +78,11 @@ look_at_the_machine() {
         "VornVPN needs $((needed / 1024)) MB, and /opt has only $((space / 1024)) MB left: choose another directory."
 }
 
-# A program that pkexec starts has neither this directory nor this display.
+# A program that pkexec starts has neither this directory nor this display. Without a runtime
+# directory Qt would leave one in /tmp; a hidden one is not installed and goes with the bundle.
 start_as_root() {
     set -- DISPLAY="${DISPLAY-}" XAUTHORITY="${XAUTHORITY:-$HOME/.Xauthority}" \
-        QML_DISABLE_DISK_CACHE=1
+        QML_DISABLE_DISK_CACHE=1 XDG_RUNTIME_DIR="$directory/.runtime-root"
     if [ -n "${WAYLAND_DISPLAY-}" ]; then
         case $WAYLAND_DISPLAY in
             /*) set -- "$@" WAYLAND_DISPLAY="$WAYLAND_DISPLAY" ;;
@@ -89,7 +90,8 @@ start_as_root() {
         esac
     fi
     # shellcheck disable=SC2016 # the other shell expands it
-    pkexec env "$@" /bin/sh -c 'cd "$1" && exec ./VornInstall' sh "$directory"
+    pkexec env "$@" /bin/sh -c 'umask 022; cd "$1" && mkdir -p -m 700 .runtime-root && exec ./VornInstall' \
+        sh "$directory"
 }
 
 [ "${1-}" = --may-run ] && exit 0
@@ -104,5 +106,8 @@ if [ "$(id -u)" -ne 0 ] && command -v pkexec >/dev/null; then
         126 | 127) ;; # declined, or nobody there to ask
         *) exit "$status" ;;
     esac
+fi
+if [ -z "${XDG_RUNTIME_DIR-}" ] && mkdir -p -m 700 .runtime; then
+    export XDG_RUNTIME_DIR="$directory/.runtime"
 fi
 exec ./VornInstall

@@ -1,8 +1,12 @@
 #include <QApplication>
+#include <QFile>
 #include <QIcon>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickView>
+#include <QTemporaryDir>
+
+#include <optional>
 
 #include "app/StartUp.h"
 #include "base/ExecutableDirectory.h"
@@ -13,8 +17,14 @@ int main(int argc, char *argv[])
 {
     preferX11();
     useSoftwareSceneGraph();
-    // Compiled QML would stay behind in the home directory.
+    // Nothing stays behind: neither compiled QML in the home directory nor the runtime directory
+    // that Qt makes for root, who has none after pkexec.
     qputenv("QML_DISABLE_DISK_CACHE", "1");
+    std::optional<QTemporaryDir> runtimeDirectory;
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
+        runtimeDirectory.emplace();
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeDirectory->path()));
+    }
     QApplication application(argc, argv);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/image/small.ico")));
     DataManager *settings = DataManager::getInstance();
