@@ -81,7 +81,9 @@ stage_bundle() {
 
 # start_display FOLDER SIZE: a virtual display; sets display_pid and DISPLAY. Its log is in FOLDER.
 start_display() {
-    Xvfb -displayfd 3 -screen 0 "$2x24" -nolisten tcp 3>"$1/display" 2>"$1/xvfb.log" &
+    # Without -noreset it refuses whoever comes in the moment after its last client has gone.
+    Xvfb -displayfd 3 -screen 0 "$2x24" -dpi 96 -nolisten tcp -noreset \
+        3>"$1/display" 2>"$1/xvfb.log" &
     # shellcheck disable=SC2034 # the caller stops it
     display_pid=$!
     wait_until 20 test -s "$1/display" || fail "Xvfb does not start: $(cat "$1/xvfb.log")"

@@ -44,9 +44,10 @@ start_server() {
 server_decided() { [ -s "$out/server.port" ] || not_running "$server_pid"; }
 
 run_in_window() {
-    say "Starting the installer from out/bundle"
+    say "Starting the installer from out/bundle (its debug lines: out/installer.log)"
     [ -w /opt ] || say "/opt needs administrator rights: choose a directory of yours (Custom path)."
-    (cd "$out/bundle" && QT_QPA_PLATFORM="${QT_QPA_PLATFORM-xcb;wayland}" ./VornInstall)
+    (cd "$out/bundle" \
+        && QT_QPA_PLATFORM="${QT_QPA_PLATFORM-xcb;wayland}" quietly "$out/installer.log" ./VornInstall)
     say "The installer has ended."
 }
 
