@@ -1,18 +1,8 @@
-#include <QTest>
-
 #include <cstdlib>
 #include <stdexcept>
 
+#include "Support.h"
 #include "crypto/Encryption.h"
-
-namespace {
-
-template <typename... Values> void row(const char *name, const Values &...values)
-{
-    (QTest::newRow(name) << ... << values);
-}
-
-} // namespace
 
 class TestEncryption : public QObject {
     Q_OBJECT
@@ -20,9 +10,7 @@ class TestEncryption : public QObject {
 private slots:
     void cipherTextsAreDeciphered_data()
     {
-        QTest::addColumn<QString>("cipher");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("plain");
+        const Table<QString, QString, QString> row; // cipher text, key, plain text
         // Made with python3 (base64, hashlib.md5) for the time stamp 1700000000000.
         const char address[] =
             "BSlhAgJ2DhMpVndAUDJWVgEGfE0BXXVDfQtuDWtuVEcGJmYPYlZcRBBfVhABAxBTWAJC"
@@ -35,16 +23,13 @@ private slots:
         row("20 bytes, no key", "MTIzNDU2Nzg5MDEyMzQ1Njc4OTA=", "", "");
         row("12 bytes", "MTIzNDU2Nzg5MDEy", usual, "");
         row("a captive portal's page", "<html>", usual, "");
-        for (const int size : {13, 20, 25})
-            QTest::addRow("%d bytes", size)
-                << QString(QByteArray(size, '1').toBase64()) << usual << "throws";
+        row("13 bytes", QByteArray(13, '1').toBase64(), usual, "throws");
+        row("25 bytes", QByteArray(25, '1').toBase64(), usual, "throws");
     }
 
     void cipherTextsAreDeciphered()
     {
-        QFETCH(QString, cipher);
-        QFETCH(QString, key);
-        QFETCH(QString, plain);
+        const auto [cipher, key, plain] = Table<QString, QString, QString>::fetch();
         Encryption encryption;
         encryption.SetKey(key.toStdString());
         if (plain == QLatin1String("throws"))
@@ -64,12 +49,9 @@ private slots:
 
     void whatWasEncipheredComesBack()
     {
-        QByteArray everyByte;
-        for (int i = 0; i < 256; ++i)
-            everyByte.append(static_cast<char>(i));
+        QByteArray plain;
         Encryption encryption;
-        for (int size = 0; size <= everyByte.size(); ++size) {
-            const QByteArray plain = everyByte.right(size);
+        for (int size = 0; size <= 256; ++size, plain.append(static_cast<char>(size))) {
             const auto *bytes = reinterpret_cast<const unsigned char *>(plain.constData());
             QCOMPARE(
                 encryption.base64_encode(bytes, unsigned(size)), plain.toBase64().toStdString());
@@ -87,19 +69,14 @@ private slots:
     void everyByteIsMaskedByItsKeyByte()
     {
         for (const std::size_t keySize : {1U, 13U, 32U, 5000U}) {
-            std::string key(keySize, 'k');
-            key.back() = 'e';
+            const std::string key = std::string(keySize - 1, 'k') + 'e';
             const std::string masked = Encryption().XorEncode(std::string(1001, '\0'), key);
             QCOMPARE(masked.size(), std::size_t(1001));
             for (std::size_t i = 0; i < masked.size(); ++i)
                 QCOMPARE(masked[i], key[i % keySize]);
         }
         QVERIFY(Encryption().XorEncode("text", "").empty());
-    }
-
-    void everyRunHasTheSameSalts()
-    {
-        std::srand(1); // the state of a generator that nobody seeds
+        std::srand(1); // the state of a generator that nobody seeds: every run has these salts
         QCOMPARE(Encryption().GetRandStr(), std::string("i0;979N,e!@cR"));
     }
 };

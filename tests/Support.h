@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QFile>
+#include <QTest>
+
+#include <any>
+#include <tuple>
+
+Q_DECLARE_METATYPE(std::any)
+
+// Rows of values of any types. A "_data" function says `const Table<int, QString> row;` and then
+// `row("least", 1, "one");`, its test `const auto [number, text] = Table<int, QString>::fetch();`.
+template <typename... Values> struct Table {
+    Table() { QTest::addColumn<std::any>("row"); }
+
+    void operator()(const char *name, const Values &...values) const
+    {
+        QTest::newRow(name) << std::any(std::make_tuple(values...));
+    }
+
+    static std::tuple<Values...> fetch()
+    {
+        QFETCH(std::any, row);
+        return std::any_cast<std::tuple<Values...>>(row);
+    }
+};
+
+inline QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(not there)");
+}
+
+inline bool put(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
