@@ -146,6 +146,13 @@ void TestControls::behaves_data()
                {"textLeftMargin = 12", icon, "9,22"}, {"", label, "true,52"},
                {"textLeftMargin = -1", label, "false,0"}};
 
+    const QString picture = "__panel.children[0].item.children[0].source.toString()";
+    QTest::newRow("button of pictures")
+        << "PXButton { nomerPic: 'qrc:/image/mini.png'; hoverPic: 'qrc:/image/drop.png' }"
+        << QVector<Step>{{"", picture, "qrc:/image/mini.png"},
+               {"move 5 5", picture, "qrc:/image/drop.png"},
+               {"move 300 300", picture, "qrc:/image/mini.png"}};
+
     const QString box = "[nowIndex, textForShow, checked].join()";
     QTest::newRow("language box")
         << "PXComboxNew { boxheight: 26; popListWdith: 100; popListHeight: 126; positonY: 0\n"

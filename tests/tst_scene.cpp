@@ -7,7 +7,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 #include "api/KQHttpManager.h"
 #include "app/PXMainWindows.h"
@@ -73,6 +72,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
+    void cleanupTestCase();
 
     void firstFrameNeedsFewObjects();
     void pagesExistWhenSomeoneIsFasterThanTheLoaders();
@@ -159,6 +159,16 @@ void TestScene::cleanup()
     Operating::waitForCopies();
 }
 
+// The software scene graph frees the pictures of a closed window with the next frame that it draws.
+void TestScene::cleanupTestCase()
+{
+    QQuickWindow last;
+    last.releaseResources();
+    QSignalSpy drawn(&last, &QQuickWindow::frameSwapped);
+    last.show();
+    QVERIFY(drawn.wait());
+}
+
 QQuickItem *TestScene::item(const QString &name) const
 {
     QQuickItem *found = nullptr;
@@ -202,7 +212,8 @@ bool TestScene::prepareTarget(bool byKeyboard)
 // Runs the event loop, clicks, and tells how the loop ended.
 int TestScene::run(const QString &clicked)
 {
-    QTimer::singleShot(0, this, [this, clicked] { click(clicked); });
+    QMetaObject::invokeMethod(
+        this, [this, clicked] { click(clicked); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
 

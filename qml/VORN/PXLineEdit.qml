@@ -26,7 +26,7 @@ FocusScope {
 
     onInputErrorChanged: {
         if (!inputError)
-            errorText = placeholderText;
+            errorText = Qt.binding(function() { return root.placeholderText; });
     }
 
     NinePatch {

@@ -56,7 +56,7 @@ TableView {
             height: parent.height - 1
             radius: 3
             visible: styleData.selected || styleData.row === table.combo.nowIndex
-            color: "#e6f2e8"
+            color: "#f2f9f3"
         }
     }
 
