@@ -134,7 +134,7 @@ make_single_file() {
     say "Packing"
     (
         cd "$output"
-        GZIP='' makeself --quiet --tar-quietly --gzip --complevel 9 --nomd5 --nocrc --sha256 --nox11 \
+        GZIP=-n makeself --quiet --tar-quietly --gzip --complevel 9 --nomd5 --nocrc --sha256 --nox11 \
             --keep-umask --packaging-date "$(date -d "@$SOURCE_DATE_EPOCH" -R)" --tar-format gnu \
             --tar-extra "--sort=name --mtime=@$SOURCE_DATE_EPOCH --owner=0 --group=0 --numeric-owner" \
             bundle VornInstall.run VornVPN sh ./start.sh
