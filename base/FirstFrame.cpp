@@ -1,6 +1,7 @@
 #include "base/FirstFrame.h"
 
 #include <QPointer>
+#include <QTimer>
 
 #include <utility>
 #include <vector>
@@ -24,11 +25,7 @@ State &state()
     return current;
 }
 
-} // namespace
-
-void expect() { state().isExpected = true; }
-
-void drawn()
+void catchUp()
 {
     state().isExpected = false;
     const std::vector<Task> tasks = std::exchange(state().tasks, {});
@@ -36,6 +33,17 @@ void drawn()
         if (task.context) {
             task.work();
         }
+    }
+}
+
+} // namespace
+
+void expect() { state().isExpected = true; }
+
+void drawn()
+{
+    if (state().isExpected) {
+        QTimer::singleShot(0, catchUp);
     }
 }
 

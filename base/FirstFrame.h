@@ -10,8 +10,9 @@ class QObject;
 namespace FirstFrame {
 
 void expect();
-void drawn(); // does what was put off, in the order in which it was asked for; more than once is
-              // fine
+// Has the event loop do what was put off, in the order in which it was asked for. Every frame may
+// call it.
+void drawn();
 
 // At once, or when the frame is drawn, unless the context is gone by then.
 void then(const QObject *context, std::function<void()> work);
