@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QFile>
-#include <QTest>
-
 #include <any>
 #include <tuple>
+
+#include <QtTest>
 
 Q_DECLARE_METATYPE(std::any)
 

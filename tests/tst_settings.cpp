@@ -1,16 +1,7 @@
-#include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QPointer>
-#include <QProcess>
 #include <QQmlEngine>
 #include <QScreen>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTextCodec>
 
 #include <csignal>
-
 #include <sys/resource.h>
 #include <sys/stat.h>
 
