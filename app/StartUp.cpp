@@ -11,6 +11,9 @@
 #include <QScreen>
 #include <QtQml>
 
+#include <dlfcn.h>
+#include <thread>
+
 #include "api/KQHttpManager.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
@@ -23,6 +26,18 @@ void preferX11()
 }
 
 void useSoftwareSceneGraph() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
+
+void readFontConfiguration()
+{
+    std::thread([] {
+        // Not linked: the platform plug-ins bring it, and only they need it.
+        void *const fontconfig = dlopen("libfontconfig.so.1", RTLD_NOW);
+        void *const initialize = fontconfig != nullptr ? dlsym(fontconfig, "FcInit") : nullptr;
+        if (initialize != nullptr) {
+            reinterpret_cast<int (*)()>(initialize)();
+        }
+    }).detach();
+}
 
 QIcon windowIcon()
 {

@@ -9,6 +9,10 @@ class QWindow;
 // user asked for a platform. The choice does not reach the programs that the installer starts.
 void preferX11();
 
+// Before the application object, which takes as long to connect to the display: has another thread
+// read the system's font configuration, which all texts need.
+void readFontConfiguration();
+
 // Before the first window: the software scene graph needs no OpenGL driver, starts faster than any
 // and gives a window with an alpha channel.
 void useSoftwareSceneGraph();

@@ -10,6 +10,7 @@
 int main(int argc, char *argv[])
 {
     preferX11();
+    readFontConfiguration();
     useSoftwareSceneGraph();
     QApplication application(argc, argv);
     QApplication::setWindowIcon(windowIcon());
