@@ -10,6 +10,8 @@
 #include <QTest>
 #include <thread>
 
+#include "ClosedWindows.h"
+#include "Support.h"
 #include "app/LogHandlers.h"
 #include "app/PXLog.h"
 #include "app/PXMainWindows.h"
@@ -17,16 +19,6 @@
 #include "base/Deployment.h"
 #include "base/ExecutableDirectory.h"
 #include "settings/DataManager.h"
-
-namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
 
 class AppTest : public QObject {
     Q_OBJECT
@@ -41,6 +33,7 @@ private slots:
         registerQmlTypes();
     }
 
+    void cleanupTestCase() { QVERIFY(freeClosedWindows()); }
     void cleanup() { isDebug = openAllprint = false; }
 
     void fileHandlerKeepsTheRightMessages_data()
@@ -50,7 +43,7 @@ private slots:
         QTest::addColumn<bool>("everything");
         QTest::addColumn<QString>("expected"); // %1 stands for the record
         QTest::newRow("warnings are errors") << 1 << false << false << R"(\[Error\]%1)";
-        QTest::newRow("critical, filed nowhere") << 2 << false << false << "";
+        QTest::newRow("critical, filed nowhere") << 2 << false << false << R"(\(not there\))";
         QTest::newRow("everything: critical") << 2 << false << true << R"(\[Critical\]%1)";
         QTest::newRow("everything: info") << 4 << false << true << R"(\[Info\]%1)";
         QTest::newRow("a debug line loses its text") << 0 << false << true << R"(\r\n)";

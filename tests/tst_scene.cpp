@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "ClosedWindows.h"
 #include "api/KQHttpManager.h"
 #include "app/PXMainWindows.h"
 #include "app/StartUp.h"
@@ -72,7 +73,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
-    void cleanupTestCase();
+    void cleanupTestCase() { QVERIFY(freeClosedWindows()); }
 
     void firstFrameNeedsFewObjects();
     void pagesExistWhenSomeoneIsFasterThanTheLoaders();
@@ -157,16 +158,6 @@ void TestScene::cleanup()
 {
     window.reset();
     Operating::waitForCopies();
-}
-
-// The software scene graph frees the pictures of a closed window with the next frame that it draws.
-void TestScene::cleanupTestCase()
-{
-    QQuickWindow last;
-    last.releaseResources();
-    QSignalSpy drawn(&last, &QQuickWindow::frameSwapped);
-    last.show();
-    QVERIFY(drawn.wait());
 }
 
 QQuickItem *TestScene::item(const QString &name) const
