@@ -1,22 +1,14 @@
 #pragma once
 
-#include <QByteArray>
 #include <QHash>
-#include <QList>
 #include <QPair>
-#include <QString>
 #include <QStringList>
 #include <QTcpServer>
 
 class QTcpSocket;
 
 // An HTTP server on 127.0.0.1 and on the thread of the test. It answers from a table of paths and
-// keeps every request. What it does not know, cannot read or finds wrongly signed is a complaint:
-//
-//     server.answer("/api/system/log", {R"({"code":0})"});
-//     manager.pushLog("start", "", "", "");
-//     QCOMPARE(server.take("/api/system/log").fields, Fields({{"flag", "start"}}));
-//     QCOMPARE(server.complaints(), QStringList()); // in cleanup()
+// keeps every request. What it does not know, cannot read or finds wrongly signed is a complaint.
 class LoopbackServer : public QTcpServer {
     Q_OBJECT
 
@@ -45,12 +37,13 @@ public:
         Pairs fields; // of the form, in order
 
         QByteArray header(const QByteArray &name) const;
+        QByteArray form() const; // the method, then " name=value" for each field
     };
 
     LoopbackServer();
 
-    QString baseAddress() const; // scheme and host, no trailing slash
-    void answer(const QByteArray &path, const Answer &answer); // from now on
+    QString baseAddress() const { return QString("http://127.0.0.1:%1").arg(serverPort()); }
+    void answer(const QByteArray &path, const Answer &answer) { m_answers[path] = answer; }
     Request take(const QByteArray &path); // the oldest one; waits for it
     int pending() const { return m_requests.size(); } // requests that nobody took
     int connections() const { return m_connections; } // accepted until now
@@ -62,7 +55,6 @@ signals:
 
 private:
     void serve(QTcpSocket *socket, QByteArray &buffer);
-    void check(const Request &request);
     void send(QTcpSocket *socket, const Answer &answer);
 
     QHash<QByteArray, Answer> m_answers;

@@ -1,12 +1,10 @@
 #include <functional>
 
-#include <QJsonDocument>
 #include <QLocale>
 #include <QNetworkAccessManager>
-#include <QSignalSpy>
-#include <QtTest>
 
 #include "LoopbackServer.h"
+#include "Support.h"
 #include "api/KQHttpManager.h"
 #include "api/RequestSignature.h"
 #include "base/Deployment.h"
@@ -16,23 +14,12 @@
 using M = KQHttpManager;
 using Operation = std::function<void(M &)>;
 using Arguments = QVariantList;
-Q_DECLARE_METATYPE(Operation)
-Q_DECLARE_METATYPE(RequestHeaders)
 
 namespace {
 
 QByteArray enciphered(const QString &address)
 {
     return QByteArray::fromStdString(Encryption().encode(address.toStdString()));
-}
-
-QByteArray form(const LoopbackServer::Request &request)
-{
-    QByteArray text = request.method;
-    for (const auto &[name, value] : request.fields) {
-        text += ' ' + name + '=' + value;
-    }
-    return text;
 }
 
 } // namespace
@@ -65,29 +52,22 @@ private slots:
 
     void signatureCoversFilledHeadersSortedByName_data()
     {
-        QTest::addColumn<RequestHeaders>("headers");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("signature");
-        QTest::newRow("logged in")
-            << RequestHeaders{{"_uid", "42"}, {"_version_show", "1.0.7"}, {"_version", "7"},
-                   {"_brand", "vornvpn"}, {"_channel", "official"}}
-            << QByteArray("_brand=vornvpn&_channel=official&_uid=42&_version=7&_version_show=1.0.7"
-                          "Q#pd]3Ha>wz-8&Mv")
-            << QByteArray("fc99c7c519b2a67a0c680eca3009e881");
-        QTest::newRow("empty name, empty value, beyond ASCII")
-            << RequestHeaders{{"_channel", "官方"}, {"_session", ""}, {"", "x"},
-                   {"_brand", "vornvpn"}}
-            << QByteArray("_brand=vornvpn&_channel=官方Q#pd]3Ha>wz-8&Mv")
-            << QByteArray("9406cf5aa46b2329b4bdbde670d8ee43");
-        QTest::newRow("nothing but the salt") << RequestHeaders() << QByteArray("Q#pd]3Ha>wz-8&Mv")
-                                              << QByteArray("7d79e2754949646574bd10fb8dc1c0d7");
+        // clang-format off
+        const Table<RequestHeaders, QByteArray, QByteArray> row; // headers, text, signature
+        row("logged in", {{"_uid", "42"}, {"_version_show", "1.0.7"}, {"_version", "7"}, {"_brand", "vornvpn"}, {"_channel", "official"}},
+            "_brand=vornvpn&_channel=official&_uid=42&_version=7&_version_show=1.0.7Q#pd]3Ha>wz-8&Mv", "fc99c7c519b2a67a0c680eca3009e881");
+        row("empty name, empty value, beyond ASCII", {{"_channel", "官方"}, {"_session", ""}, {"", "x"}, {"_brand", "vornvpn"}},
+            "_brand=vornvpn&_channel=官方Q#pd]3Ha>wz-8&Mv", "9406cf5aa46b2329b4bdbde670d8ee43");
+        row("nothing but the salt", {}, "Q#pd]3Ha>wz-8&Mv", "7d79e2754949646574bd10fb8dc1c0d7");
+        // clang-format on
     }
 
     void signatureCoversFilledHeadersSortedByName()
     {
-        QFETCH(RequestHeaders, headers);
-        QTEST(signatureText(headers), "text");
-        QTEST(signatureOf(signatureText(headers)), "signature");
+        const auto [headers, text, signature] =
+            Table<RequestHeaders, QByteArray, QByteArray>::fetch();
+        QCOMPARE(signatureText(headers), text);
+        QCOMPARE(signatureOf(text), signature);
     }
 
     void requestsTellSessionAndChannel()
@@ -109,107 +89,74 @@ private slots:
         QCOMPARE(told(), QByteArrayList({"shop", "s3ss", "42", "default", "identity"}));
     }
 
-    void operationsPostTheirForm_data()
+    void operationsPostTheirFormAndReport_data()
     {
-        QTest::addColumn<QByteArray>("path");
-        QTest::addColumn<Operation>("operation");
-        QTest::addColumn<QByteArray>("form");
-        const auto row = [](const char *path, const Operation &operation, const char *form) {
-            QTest::newRow(form) << "/api/" + QByteArray(path) << operation << QByteArray(form);
-        };
         // clang-format off
-        row("system/region", [](M &m) { m.checkRegion(); }, "POST");
-        row("system/index", [](M &m) { m.getInitInfo(); }, "POST is_first_install=1");
+        const Table<QByteArray, Operation, QByteArray, QByteArray, Arguments> table; // path, operation, reply, signal, its arguments
+        const auto row = [&table](const char *path, const Operation &operation, const char *form,
+                             const char *reply = "{}", const char *signal = "", const Arguments &arguments = {}) {
+            table(form, "/api/" + QByteArray(path), operation, reply, signal, arguments);
+        };
+        const char *china = SIGNAL(sendIsChinaIp(bool));
+        const char *recorded = SIGNAL(sendOperationRecordStatus(bool,QString));
+        const Operation region = [](M &m) { m.checkRegion(); };
+        const Operation record = [](M &m) { m.sendOperationRecord("5"); };
+        row("system/region", region, "POST", R"({"code":200,"data":{"ip":"1.0.1.1"}})", china, {false});
+        row("system/region", region, "POST", R"({"code":0,"data":{"ip":"1.0.1.1"}})", china, {true});
+        row("system/region", region, "POST", R"({"data":{"wl":0,"ip":"8.8.8.8"}})", china, {false});
+        row("system/region", region, "POST", R"({"code":0,"data":{"wl":1,"ip":"1.0.1.1"}})", china, {false});
+        row("system/operation", record, "POST type=5", R"({"code":0,"msg":"好"})", recorded, {true, "好"});
+        row("system/operation", record, "POST type=5", R"({"code":-1,"msg":"no"})", recorded, {false, "no"});
+        row("system/index", [](M &m) { m.getInitInfo(); }, "POST is_first_install=1", R"({"code":1000})", SIGNAL(initSystemStatus(int)), {1000});
+        row("system/send_download_link", [](M &m) { m.getDownloadLink("a@b.c"); }, "POST email=a@b.c",
+            R"({"code":2})", SIGNAL(sendDownloadLinkStatus(bool)), {false});
         row("system/log", [](M &m) { m.pushLog("p2p", "t", "s", "i"); }, "POST flag=p2p status=s info=i");
         row("system/log", [](M &m) { m.pushLog("language", "", "1", "en"); }, "POST flag=language type= language=en");
         row("system/log", [](M &m) { m.pushLog("sarko2", "t", "s", "i"); }, "POST flag=sarko2 status=s");
         row("system/log", [](M &m) { m.pushLog("delay", "t", "s", "延"); }, "POST flag=delay data=延");
         row("system/log", [](M &m) { m.pushLog("P2P", "t", "s", "i"); }, "POST flag=P2P");
-        row("system/operation", [](M &m) { m.sendOperationRecord("5"); }, "POST type=5");
+        row("system/push_language", [](M &m) { m.pushLanguage(3, "ru"); }, "POST type=3 language=ru");
         row("server/push_connect_state", [](M &m) { m.sendPushLinkLog(-3, "ok", 17, 19, "KCP"); },
             "POST srvid=-3 status=ok start_time=17 end_time=19 protocol=KCP");
         row("server/push_search_word", [](M &m) {
-                for (const char *word : {"to", "tok", "osaka", "tokyo", "toky"}) {
+                for (const char *word : {"to", "tok", "osaka", "tokyo", "toky"})
                     m.appendSearchWordList(word);
-                }
                 m.pushSearchLineWord();
             }, "POST word=osaka,tokyo");
-        row("system/push_language", [](M &m) { m.pushLanguage(3, "ru"); }, "POST type=3 language=ru");
-        row("system/send_download_link", [](M &m) { m.getDownloadLink("a@b.c"); }, "POST email=a@b.c");
         // clang-format on
     }
 
-    void operationsPostTheirForm()
+    void operationsPostTheirFormAndReport()
     {
-        QFETCH(QByteArray, path);
-        QFETCH(Operation, operation);
-        server->answer(path, {"{}"});
+        const auto [path, operation, reply, signal, arguments] =
+            Table<QByteArray, Operation, QByteArray, QByteArray, Arguments>::fetch();
+        server->answer(path, {reply});
         M manager;
+        QSignalSpy spy(
+            &manager, signal.isEmpty() ? SIGNAL(objectNameChanged(QString)) : signal.constData());
         operation(manager);
-        QTEST(form(server->take(path)), "form");
-    }
-
-    void repliesReachTheirSignal_data()
-    {
-        QTest::addColumn<Operation>("operation");
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<QByteArray>("signal");
-        QTest::addColumn<Arguments>("arguments");
-        const auto row = [](const char *reply, const Operation &operation, const char *signal,
-                             const Arguments &arguments) {
-            QTest::newRow(reply) << operation << QByteArray(reply) << QByteArray(signal)
-                                 << arguments;
-        };
-        const Operation region = [](M &m) { m.checkRegion(); };
-        const Operation record = [](M &m) { m.sendOperationRecord("1"); };
-        const char *china = SIGNAL(sendIsChinaIp(bool));
-        const char *recorded = SIGNAL(sendOperationRecordStatus(bool, QString));
-        row(R"({"code":200,"data":{"ip":"1.0.1.1"}})", region, china, {false});
-        row(R"({"code":0,"data":{"ip":"1.0.1.1"}})", region, china, {true});
-        row(R"({"data":{"wl":0,"ip":"8.8.8.8"}})", region, china, {false});
-        row(R"({"code":0,"data":{"wl":1,"ip":"1.0.1.1"}})", region, china, {false});
-        row(R"({"code":0,"msg":"好"})", record, recorded, {true, "好"});
-        row(R"({"code":-1,"msg":"no"})", record, recorded, {false, "no"});
-        row(R"({"code":1000})", [](M &m) { m.getInitInfo(); }, SIGNAL(initSystemStatus(int)),
-            {1000});
-        row(R"({"code":2})", [](M &m) { m.getDownloadLink("x"); },
-            SIGNAL(sendDownloadLinkStatus(bool)), {false});
-    }
-
-    void repliesReachTheirSignal()
-    {
-        QFETCH(Operation, operation);
-        QFETCH(QByteArray, reply);
-        QFETCH(QByteArray, signal);
-        for (const char *path : {"region", "operation", "index", "send_download_link"}) {
-            server->answer(QByteArray("/api/system/") + path, {reply});
-        }
-        M manager;
-        QSignalSpy spy(&manager, signal.constData());
-        operation(manager);
-        QVERIFY(spy.wait());
-        QTEST(spy.first(), "arguments");
+        QCOMPARE(server->take(path).form(), QTest::currentDataTag());
+        QVERIFY(signal.isEmpty() || spy.wait());
+        QCOMPARE(spy.value(0), arguments);
     }
 
     void timeOutsAreNamed()
     {
-        const QStringList paths{"account/login", "account/third_login", "account/visitor_login",
-            "system/updateInfo", "system/index", "account/getemailcode", "account/register",
-            "account/register_active", "account/forget", "server/get_all_v2", "system/feedback",
-            "account/get_info", "system/operation", "server/push_connect_state", "system/questions",
-            "system/hot_update", "system/region", "system/send_download_link", "server/push_myip",
-            "server/push_search_word", "system/push_language", "system/log", "system/region/"};
-        const QStringList names{"login", "login", "login", "checkUpate", "init", "emailCode",
-            "register", "registerAactive", "findPasswd", "allLineInfo", "feedback", "userInfo",
-            "operationRecord", "serverPushLinkLog", "lineFeedBackQuestion", "hotUpdate",
-            "checkRegion", "downloadLink"};
+        // clang-format off
+        const QString paths = "account/login account/third_login account/visitor_login system/updateInfo system/index "
+            "account/getemailcode account/register account/register_active account/forget server/get_all_v2 "
+            "system/feedback account/get_info system/operation server/push_connect_state system/questions "
+            "system/hot_update system/region system/send_download_link server/push_myip server/push_search_word "
+            "system/push_language system/log system/region/";
+        const QString names = "login login login checkUpate init emailCode register registerAactive findPasswd allLineInfo "
+            "feedback userInfo operationRecord serverPushLinkLog lineFeedBackQuestion hotUpdate checkRegion downloadLink";
+        // clang-format on
         M manager;
         QStringList told;
         connect(&manager, &M::sendTimeOutInterface, [&told](const QString &name) { told << name; });
-        for (const QString &path : paths) {
+        for (const QString &path : paths.split(' '))
             manager.dealReplyTimeOut(server->baseAddress() + "/api/" + path);
-        }
-        QCOMPARE(told, names);
+        QCOMPARE(told.join(' '), names);
         QVERIFY(manager.findChildren<QNetworkReply *>().isEmpty()); // no record, no retry
     }
 
@@ -234,27 +181,22 @@ private slots:
         QCOMPARE(server->take("/api/system/region").method, QByteArray("POST"));
     }
 
-    void undecipherableMirrorEmptiesTheAddress_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::newRow("too short") << QByteArray("AAAA");
-        QTest::newRow("out of range") << QByteArray("QUFBQUFBQUFBQUFBQUFBQUFB");
-    }
-
     void undecipherableMirrorEmptiesTheAddress()
     {
-        QFETCH(QByteArray, text);
-        server->answer("/mirror", {text});
-        setMirrors({"/mirror"});
         M manager;
         QSignalSpy found(&manager, &M::domainNameFromWebStatus);
         QSignalSpy failed(&manager, &M::getHttpCode);
-        manager.getDomainNameFromWeb();
-        QVERIFY(found.wait());
-        QCOMPARE(settings.getDomainName(), QString());
-        manager.checkRegion();
-        QVERIFY(failed.wait());
-        QCOMPARE(failed.first(), Arguments{0});
+        setMirrors({"/mirror"});
+        for (const char *text : {"AAAA", "QUFBQUFBQUFBQUFBQUFBQUFB"}) { // too short; out of range
+            settings.setDomainName("http://stale");
+            server->answer("/mirror", {text});
+            manager.getDomainNameFromWeb();
+            QVERIFY(found.wait());
+            QCOMPARE(settings.getDomainName(), QString());
+            manager.checkRegion();
+            QVERIFY(failed.wait());
+            QCOMPARE(failed.takeFirst(), Arguments{0});
+        }
     }
 
     void testModeAsksNoMirror()
@@ -296,7 +238,7 @@ private slots:
         QCOMPARE(checked, QList<Arguments>({{false, own, "1.1.1.1"}, {true, exit, "2.2.2.2"}}));
         server->answer("/api/server/push_myip", {"{}"});
         manager.pushMyIpToServer();
-        QCOMPARE(form(server->take("/api/server/push_myip")),
+        QCOMPARE(server->take("/api/server/push_myip").form(),
             QByteArray("POST cityid=7 ip=2.2.2.2 country=C area=A province= city=T isp=I"));
     }
 
@@ -304,9 +246,8 @@ private slots:
     {
         using Verdict = IpCheck::Verdict;
         IpCheck check;
-        for (const Verdict verdict : {Verdict::Retry, Verdict::Retry, Verdict::GiveUp}) {
+        for (const Verdict verdict : {Verdict::Retry, Verdict::Retry, Verdict::GiveUp})
             QCOMPARE(check.failed(), verdict);
-        }
         check.setRetries(0);
         const QJsonObject own{{"ip", "1.1.1.1"}, {"city", "T"}};
         for (const Verdict verdict : {Verdict::OwnAddress, Verdict::Retry, Verdict::Retry,
@@ -348,40 +289,28 @@ private slots:
             manager.addLineLinkInfo(line, {}, "START");
             manager.addLineLinkInfo(line, "ok", "END");
         }
-        for (const char *line : {"1", "2", "3"}) {
-            QCOMPARE(server->take(path).fields.value(0).second, QByteArray(line));
-        }
+        for (const char *line : {"1", "2", "3"})
+            QCOMPARE(server->take(path).fields.value(0).second, line);
         QTRY_COMPARE(accepted.size(), 3);
         QCOMPARE(server->pending(), 0);
     }
 
     void initRecordFillsTheSettings_data()
     {
-        QTest::addColumn<int>("storedMode");
-        QTest::addColumn<QByteArray>("data");
-        QTest::addColumn<QStringList>("stored");
-        const auto row = [](const char *name, int mode, const char *data,
-                             const QStringList &stored) {
-            QTest::newRow(name) << mode << QByteArray(data) << stored;
-        };
-        row("all keys", 0, R"({"default_mode":"sarko2-wss","private_agreement":"p","p2p_switch":"3",
-            "email_verification_switch":"1","support_protocols":"a,b","srv_ports":{"upd":"9","tcp":""},
-            "app_store_download_url":"s"})",
-            {"2", "p", "1", "3", "a,b", "9", "", "s"});
-        row("a mode that Linux lacks, other JSON types", 0,
-            R"({"default_mode":"openvpn","srv_ports":[],
-            "private_agreement":1,"email_verification_switch":1,"p2p_switch":"x",
-            "support_protocols":["a"],"app_store_download_url":null})",
-            {"1", "", "0", "0", "", "old", "old", ""});
-        row("a mode chosen before", 5, "{}", {"5", "", "0", "0", "", "old", "old", "old"});
-        row("an unknown mode", 0, R"({"default_mode":"Kcp"})",
-            {"0", "", "0", "0", "", "old", "old", "old"});
+        // clang-format off
+        const Table<int, QByteArray, QString> row; // mode before, data, settings afterwards
+        row("all keys", 0, R"({"default_mode":"sarko2-wss","private_agreement":"p","p2p_switch":"3","email_verification_switch":"1",
+            "support_protocols":"a,b","srv_ports":{"upd":"9","tcp":""},"app_store_download_url":"s"})", "2|p|1|3|a,b|9||s");
+        row("a mode that Linux lacks, other JSON types", 0, R"({"default_mode":"openvpn","srv_ports":[],"private_agreement":1,
+            "email_verification_switch":1,"p2p_switch":"x","support_protocols":["a"],"app_store_download_url":null})", "1||0|0||old|old|");
+        row("a mode chosen before", 5, "{}", "5||0|0||old|old|old");
+        row("an unknown mode", 0, R"({"default_mode":"Kcp"})", "0||0|0||old|old|old");
+        // clang-format on
     }
 
     void initRecordFillsTheSettings()
     {
-        QFETCH(int, storedMode);
-        QFETCH(QByteArray, data);
+        const auto [storedMode, data, expected] = Table<int, QByteArray, QString>::fetch();
         settings.setVpnModel(storedMode);
         settings.setUdpVpnPort("old");
         settings.setTcpVpnPort("old");
@@ -393,7 +322,7 @@ private slots:
             settings.getPrivacyPolicyUrl(), QString::number(settings.getEmailVerificationSwitch()),
             QString::number(settings.getP2pSwitch()), settings.getSupportProtocols(),
             settings.getUdpVpnPort(), settings.getTcpVpnPort(), settings.getAppStoreDownloadUrl()};
-        QTEST(stored, "stored");
+        QCOMPARE(stored.join('|'), expected);
     }
 
     void systemLanguageIsMapped()
@@ -418,9 +347,8 @@ private slots:
         QSignalSpy spy(&manager, &M::sendOperationRecordStatus);
         manager.getDomainNameFromWeb();
         server->take("/mirror");
-        for (int i = 0; i < 5; ++i) {
+        for (int i = 0; i < 5; ++i)
             manager.sendOperationRecord("at once");
-        }
         QTRY_COMPARE(spy.size(), 5);
         for (int i = 0; i < 3; ++i) {
             manager.sendOperationRecord("one by one");
