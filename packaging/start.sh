@@ -43,6 +43,8 @@ free_kilobytes() {
 }
 
 look_at_the_machine() {
+    [ -n "${DISPLAY-}${WAYLAND_DISPLAY-}" ] \
+        || give_up "VornVPN is installed in a window: start it from a graphical session."
     machine=$(uname -m)
     [ "$machine" = x86_64 ] \
         || give_up "VornVPN needs a 64-bit PC (x86_64), and this computer is of the kind $machine."
@@ -60,7 +62,7 @@ look_at_the_machine() {
         "The directory $directory does not allow programs to be run: set TMPDIR to a directory that does and start again."
 
     missing=$(for file in ./VornInstall ./plugins/platforms/libqxcb.so; do
-        /lib64/ld-linux-x86-64.so.2 --list "$file" 2>/dev/null
+        LD_TRACE_LOADED_OBJECTS=1 /lib64/ld-linux-x86-64.so.2 "$file" 2>/dev/null
     done | awk '/not found/ { print $1 }' | sort -u | tr '\n' ' ')
     case " $missing" in
         " ") ;;

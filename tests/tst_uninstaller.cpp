@@ -223,10 +223,11 @@ void TestUninstaller::fileThatCannotGoIsTold()
     Machine machine;
     QVERIFY(machine.install());
     const QStringList privately{"--mount", "--map-root-user", "--propagation", "private", "sh",
-        "-c", "mount --bind \"$0\" \"$0\" && mount -o remount,bind,ro \"$0\" && exec \"$@\"",
+        "-c", R"(mount --bind "$0" "$0" && mount -o remount,bind,ro "$0" && exec "$@")",
         machine.directory + "/lib"};
     if (QProcess::execute("unshare", privately + QStringList("true")) != 0) {
-        QSKIP("the kernel refuses private mounts");
+        QTest::qSkip("the kernel refuses private mounts", __FILE__, __LINE__);
+        return;
     }
     qputenv("VORN_TEST_READ_ONLY_BELOW", machine.directory.toUtf8());
     const int result = QProcess::execute("unshare",

@@ -95,7 +95,8 @@ RemovalReport Removal::run(const Progress &progress) const
         teller.step();
     }
     report.failed += tree.removeEmptyDirectories();
-    for (const QString &left : tree.left()) {
+    const QStringList stayed = tree.left();
+    for (const QString &left : stayed) {
         if (!report.failed.contains(left)) {
             (manifest ? report.kept : report.failed).append(left);
         }

@@ -19,7 +19,7 @@ void Uninstaller::start()
 {
     const auto tell = [this](int percentage) {
         QMetaObject::invokeMethod(
-            this, [this, percentage] { setPercentage(percentage); }, Qt::QueuedConnection);
+            this, "setPercentage", Qt::QueuedConnection, Q_ARG(int, percentage));
     };
     m_watcher.setFuture(
         QtConcurrent::run([removal = m_removal, tell] { return removal.run(tell); }));

@@ -26,9 +26,10 @@ signals:
     void percentageChanged();
     void finished();
 
-private:
+private slots:
     void setPercentage(int percentage);
 
+private:
     Removal m_removal;
     RemovalReport m_report;
     QFutureWatcher<RemovalReport> m_watcher;
