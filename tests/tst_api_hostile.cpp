@@ -7,20 +7,21 @@
 #include "settings/DataManager.h"
 
 using M = KQHttpManager;
-using Answer = LoopbackServer::Answer;
+using Server = LoopbackServer;
+using Answer = Server::Answer;
 using Hostility = Table<Answer, QString>;
 
 // Servers that are dead, slow or lying: each request ends in its signal or in silence, in time.
 class TestApiHostile : public QObject {
     Q_OBJECT
 
-    const Answer silent{{}, 200, LoopbackServer::Silent};
-    std::unique_ptr<LoopbackServer> server;
+    const Answer silent{{}, 200, Server::Silent};
+    std::unique_ptr<Server> server;
 
 private slots:
     void init()
     {
-        server = std::make_unique<LoopbackServer>();
+        server = std::make_unique<Server>();
         Deployment::current().ipLookupAddress.clear();
         DataManager::getInstance()->setDomainName(server->baseAddress());
     }
@@ -30,9 +31,9 @@ private slots:
         // clang-format off
         const Hostility row; // answer, signals
         row("refused connection", {{}, 0}, "http 0");
-        row("cut in mid-body", {R"({"code":)", 200, LoopbackServer::Cut}, "http 200");
+        row("cut in mid-body", {R"({"code":)", 200, Server::Cut}, "http 200");
         row("server error", {R"({"code":0})", 500}, "http 500");
-        row("redirect, which is not followed", {{}, 302, LoopbackServer::Whole, 0, "Location: /elsewhere\r\n"}, "");
+        row("redirect, which is not followed", {{}, 302, Server::Whole, 0, "Location: /elsewhere\r\n"}, "");
         row("captive portal", {"<!DOCTYPE html><html><body>Log in</body></html>"}, "");
         row("no body", {}, "");
         row("array", {"[0]"}, "");
@@ -70,10 +71,9 @@ private slots:
         for (const char *path : {"system/index", "system/log", "system/push_language",
                  "system/operation", "server/push_connect_state"})
             server->answer(QByteArray("/api/") + path, silent);
+        server->answer("/api/system/region", {QByteArray(1 << 20, ' '), 200, Server::Endless});
         server->answer(
-            "/api/system/region", {QByteArray(1 << 20, ' '), 200, LoopbackServer::Endless});
-        server->answer(
-            "/api/system/send_download_link", {R"({"code":0})", 200, LoopbackServer::Cut, 10800});
+            "/api/system/send_download_link", {R"({"code":0})", 200, Server::Cut, 10800});
         server->answer("/ip", {"{}", 503});
         Deployment::current().ipLookupAddress = server->baseAddress() + "/ip";
         M manager;
@@ -113,8 +113,8 @@ private slots:
 
     void endlessMirrorIsCutAndAnotherOneWins()
     {
-        server->answer("/endless", {QByteArray(256 << 10, 'x'), 200, LoopbackServer::Endless});
-        server->answer("/good", {"AAAA", 200, LoopbackServer::Whole, 100});
+        server->answer("/endless", {QByteArray(256 << 10, 'x'), 200, Server::Endless});
+        server->answer("/good", {"AAAA", 200, Server::Whole, 100});
         Deployment::current().mirrorAddresses = QStringList{server->baseAddress() + "/endless"};
         M manager;
         QSignalSpy found(&manager, &M::domainNameFromWebStatus);
@@ -129,8 +129,8 @@ private slots:
 
     void repliesInReverseOrderReachTheirHandlers()
     {
-        server->answer("/api/system/index", {R"({"code":0})", 200, LoopbackServer::Whole, 60});
-        server->answer("/api/system/region", {R"({"code":1})", 200, LoopbackServer::Whole, 30});
+        server->answer("/api/system/index", {R"({"code":0})", 200, Server::Whole, 60});
+        server->answer("/api/system/region", {R"({"code":1})", 200, Server::Whole, 30});
         server->answer("/api/system/operation", {R"({"code":0})"});
         M manager;
         QStringList order;

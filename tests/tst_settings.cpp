@@ -93,7 +93,7 @@ private slots:
         // clang-format off
         const Table<QString, QByteArray> row; // operations' subject, content less the indentation
         row("VornData.json", "Data", json("{'installPath':'/opt/Vörn','isAutoLogin':false,'isBootUp':true,"
-            "'isFeedbackLine':false,'isInstallP2p':true,'isMinToTray':false,'isPopupTips':true,'isPushPingLog':true,"
+            "'isFeedbackLine':false,'isInstallP2p':true,'isMinToTray':false,'isPopupTips':false,'isPushPingLog':true,"
             "'isVisitorLogin':false,'session':'s-1','softUseLanguage':'_id','userName':'me','userPassword':'\\'s','vpnModel':3}"));
         row("VersionInfo.json", "VersionInfo", json("{'softShowVersion':'2.0','softVersion':'27'}"));
         row("CommonUsedLine.json", "CommonUsedLine", json("[{'lineArea':'Peru','lineUsedList':[{'lineId':9,'usedNum':1},"
@@ -179,6 +179,7 @@ private slots:
         for (const char *folder : {"", "UpdateInfo.json/", "nowhere/"})
             QCOMPARE(js(QString(calls).replace("f)", QString("here + '%1')").arg(folder))),
                 "false|false|true|false|true|true");
+        QVERIFY(!QFileInfo("VersionInfo.json").isFile()); // a pipe is not replaced
         m_store.setCommonUsedAreaList({{"A", 1, {}}});
         QCOMPARE(
             js("writeCommonUsedLineToFile(here), readCommonUsedLineFromFile(here)"), "true|true");
