@@ -124,24 +124,24 @@ class Bench:
 
 def measure_start(bench, platform, rounds):
     (empty, installer), (empty_cpu, installer_cpu) = bench.median_times(rounds)
-    goal = ("<=", 2.0) if platform == "xcb" else ("-", 0.0)
+    goal = ("<=", 1.6) if platform == "xcb" else ("-", 0.0)
     bench.row(f"start to first frame, {platform}: times an empty view", installer / empty, *goal,
-              f"{installer:.1f} ms against {empty:.1f} ms; aim 1.6")
+              f"{installer:.1f} ms against {empty:.1f} ms")
     bench.row(f"its CPU time, {platform}: times an empty view's", installer_cpu / empty_cpu,
               details=f"{installer_cpu:.1f} ms against {empty_cpu:.1f} ms")
 
 
 def measure_running(bench):
-    (empty, empty_own), (installer, installer_own) = map(bench.resident_megabytes,
-                                                         ("empty", "installer"))
-    bench.row("resident memory at the first page: times an empty view", installer / empty, "<=",
-              1.4, f"{installer:.1f} MB against {empty:.1f} MB")
-    bench.row("its proportional share (PSS): times an empty view's", installer_own / empty_own,
-              details=f"{installer_own:.1f} MB against {empty_own:.1f} MB")
     (empty, _), (installer, _) = (bench.resident_megabytes(what, 0)
                                   for what in ("empty", "installer"))
-    bench.row("resident memory at the first frame: times an empty view", installer / empty,
+    bench.row("resident memory at the first page: times an empty view", installer / empty, "<=",
+              1.4, f"{installer:.1f} MB against {empty:.1f} MB")
+    (empty, empty_own), (installer, installer_own) = map(bench.resident_megabytes,
+                                                         ("empty", "installer"))
+    bench.row("the same with TLS and the hidden pages: times an empty view", installer / empty,
               details=f"{installer:.1f} MB against {empty:.1f} MB")
+    bench.row("its proportional share (PSS): times an empty view's", installer_own / empty_own,
+              details=f"{installer_own:.1f} MB against {empty_own:.1f} MB")
     bench.row("QML objects before the first frame", int(bench.output("installer", "count")), "<=",
               300)
     drivers = bench.gl_drivers()
