@@ -5,19 +5,13 @@ QtObject {
 
     property var areas: []
     property var questions: []
-    readonly property string names: areas.map(function (area) {
-        return area.qLineArea + ":" + area.items.map(function (line) { return line.qLineName; })
-    }).join(" ")
-    readonly property int ping: areas.length > 0 && areas[0].items.length > 0 ? areas[0].items[0].qPing : -1
-    readonly property string questionTexts: questions.map(function (question) {
-        return question.id + question.questions
-    }).join()
+    readonly property string lines: areas.map(area => area.qLineArea + ":"
+        + area.items.map(line => line.qLineName + "=" + line.qPing)).join(" ")
+    readonly property string texts: questions.map(question => question.id + question.questions).join()
 
     property Connections connections: Connections {
         target: manager
-        function onLineInfoStatus(status) { root.areas = manager.getLineInfoModelList() }
-        function onSendLineFeedBackQuestions(ok) {
-            root.questions = settings.getLineFeekbackQuestionByLauguage("_de")
-        }
+        function onLineInfoStatus() { root.areas = manager.getLineInfoModelList() }
+        function onSendLineFeedBackQuestions() { root.questions = settings.getLineFeekbackQuestionByLauguage("_de") }
     }
 }
