@@ -1,6 +1,7 @@
 #include <QTcpSocket>
 
 #include "LoopbackServer.h"
+#include "Spies.h"
 #include "Support.h"
 #include "api/KQHttpManager.h"
 #include "base/Deployment.h"
@@ -30,18 +31,18 @@ private slots:
     {
         // clang-format off
         const Hostility row; // answer, signals
-        row("refused connection", {{}, 0}, "http 0");
-        row("cut in mid-body", {R"({"code":)", 200, Server::Cut}, "http 200");
-        row("server error", {R"({"code":0})", 500}, "http 500");
+        row("refused connection", {{}, 0}, "getHttpCode(0)");
+        row("cut in mid-body", {R"({"code":)", 200, Server::Cut}, "getHttpCode(200)");
+        row("server error", {R"({"code":0})", 500}, "getHttpCode(500)");
         row("redirect, which is not followed", {{}, 302, Server::Whole, 0, "Location: /elsewhere\r\n"}, "");
         row("captive portal", {"<!DOCTYPE html><html><body>Log in</body></html>"}, "");
         row("no body", {}, "");
         row("array", {"[0]"}, "");
         row("empty object", {"{}"}, "");
-        row("wrong types everywhere", {R"({"code":"1000","msg":{},"data":[{"srv_ports":7}]})"}, "init 0");
-        row("wrong types inside", {R"({"code":null,"data":{"default_mode":{},"srv_ports":{"tcp":[]}}})"}, "init 0");
-        row("duplicate keys, the last counts", {R"({"code":0,"code":1000,"data":{},"data":1})"}, "init 1000");
-        row("code beyond integers", {R"({"code":1e300})"}, "init 0");
+        row("wrong types everywhere", {R"({"code":"1000","msg":{},"data":[{"srv_ports":7}]})"}, "initSystemStatus(0)");
+        row("wrong types inside", {R"({"code":null,"data":{"default_mode":{},"srv_ports":{"tcp":[]}}})"}, "initSystemStatus(0)");
+        row("duplicate keys, the last counts", {R"({"code":0,"code":1000,"data":{},"data":1})"}, "initSystemStatus(1000)");
+        row("code beyond integers", {R"({"code":1e300})"}, "initSystemStatus(0)");
         row("deeply nested", {QByteArray(100000, '[') + QByteArray(100000, ']')}, "");
         row("10 MB of garbage", {QByteArray(10 << 20, '\xfe')}, "");
         // clang-format on
@@ -54,14 +55,10 @@ private slots:
         if (answer.status == 0)
             server->close();
         M manager;
-        QStringList outcome;
-        connect(
-            &manager, &M::getHttpCode, [&outcome](int n) { outcome << QString("http %1").arg(n); });
-        connect(&manager, &M::initSystemStatus,
-            [&outcome](int n) { outcome << QString("init %1").arg(n); });
+        const Spies spies = spiesOn(&manager);
         manager.getInitInfo();
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
-        QCOMPARE(outcome.join(' '), expected);
+        QCOMPARE(written(spies), expected);
         QCOMPARE(server->complaints(), QStringList());
     }
 
@@ -77,9 +74,8 @@ private slots:
         server->answer("/ip", {"{}", 503});
         Deployment::current().ipLookupAddress = server->baseAddress() + "/ip";
         M manager;
-        QSignalSpy names(&manager, &M::sendTimeOutInterface);
-        QSignalSpy lookups(&manager, &M::sendGetIpIsProxyIp);
-        QSignalSpy codes(&manager, &M::getHttpCode);
+        const Spies spies = spiesOn(&manager);
+        const QSignalSpy &names = spies.at("sendTimeOutInterface");
         QElapsedTimer time;
         time.start();
         manager.pushLog("start", {}, {}, {});
@@ -98,7 +94,7 @@ private slots:
         QCOMPARE(server->take(linkLog).fields.value(0).second, QByteArray("9"));
         // Nothing still runs that a late answer could reach.
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
-        QCOMPARE(codes.size(), 0);
+        QCOMPARE(spies.at("getHttpCode").size(), 0);
         QVERIFY2(server->bytesSent() < (128 << 20), QByteArray::number(server->bytesSent()));
         QStringList told;
         for (const auto &arguments : qAsConst(names))
@@ -107,7 +103,8 @@ private slots:
         QCOMPARE(told.join(' '), "checkRegion downloadLink init operationRecord serverPushLinkLog");
         // Meanwhile the lookup was tried three times, 3 s apart.
         const QString message = "应答错误" + Deployment::current().ipLookupAddress;
-        QCOMPARE(lookups, QList<QVariantList>({{false, message, "应答错误"}}));
+        QCOMPARE(
+            spies.at("sendGetIpIsProxyIp"), QList<QVariantList>({{false, message, "应答错误"}}));
         QCOMPARE(manager.getGetMyIPNum(), 3);
     }
 
