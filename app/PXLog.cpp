@@ -20,7 +20,7 @@ PXLog::PXLog(QObject *parent)
 
 void PXLog::test() { }
 
-void PXLog::qDebugInfo(int type, QString msg)
+void PXLog::qDebugInfo(int type, const QString &msg)
 {
     outputMessage(static_cast<QtMsgType>(type), QMessageLogContext(), msg);
 }

@@ -14,7 +14,7 @@ public:
     void test();
 
     // type is a QtMsgType.
-    Q_INVOKABLE void qDebugInfo(int type, QString msg);
+    Q_INVOKABLE void qDebugInfo(int type, const QString &msg);
 
 private:
     explicit PXLog(QObject *parent = nullptr);

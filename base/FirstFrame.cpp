@@ -1,5 +1,6 @@
 #include "base/FirstFrame.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <QTimer>
 
@@ -43,7 +44,7 @@ void expect() { state().isExpected = true; }
 void drawn()
 {
     if (state().isExpected) {
-        QTimer::singleShot(0, catchUp);
+        QTimer::singleShot(0, QCoreApplication::instance(), catchUp);
     }
 }
 
