@@ -207,6 +207,12 @@ slow|{"delay": 3}
 END
 }
 
+stamps_fall() {
+    local stamps
+    mapfile -t stamps < <(sed -n 's/.*"_timestamp": "\([0-9]*\)".*/\1/p' "$work/server.jsonl")
+    [ "${stamps[-1]}" -lt "${stamps[0]}" ]
+}
+
 clock_backwards() {
     begin "clock going backwards" "libfaketime: two days back between copy and \"Try It Now\""
     say +0d >"$work/clock"
@@ -217,6 +223,7 @@ clock_backwards() {
     wait_until 20 asked '["flag", "language"]' || expect "the language is reported" false
     say -2d >"$work/clock"
     try_it_now
+    expect "the requests carry the earlier time" stamps_fall
     expect "the progress runs on" true
     expect "everything is installed" complete
     expect "the report of the start is signed well" asked '["flag", "start"]'
