@@ -88,7 +88,7 @@ private slots:
                  "outside//neighbour", "deep/"}) {
             row(line, "letter.odt", line);
         }
-        row("zero byte", "letter.odt", QByteArray("letter.odt\0x", 12));
+        row("zero byte", "letter.odt", QByteArray("nobody\0x", 8));
     }
 
     void whatIsNotItsOwnStays()
