@@ -12,7 +12,6 @@
 #include <QtQml>
 
 #include <dlfcn.h>
-#include <thread>
 
 #include "api/KQHttpManager.h"
 #include "installer/Operating.h"
@@ -27,16 +26,16 @@ void preferX11()
 
 void useSoftwareSceneGraph() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
 
-void readFontConfiguration()
+std::thread readFontConfiguration()
 {
-    std::thread([] {
+    return std::thread([] {
         // Not linked: the platform plug-ins bring it, and only they need it.
         void *const fontconfig = dlopen("libfontconfig.so.1", RTLD_NOW);
         void *const initialize = fontconfig != nullptr ? dlsym(fontconfig, "FcInit") : nullptr;
         if (initialize != nullptr) {
             reinterpret_cast<int (*)()>(initialize)();
         }
-    }).detach();
+    });
 }
 
 QIcon windowIcon()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <thread>
+
 class QIcon;
 class QWindow;
 
@@ -9,9 +11,10 @@ class QWindow;
 // user asked for a platform. The choice does not reach the programs that the installer starts.
 void preferX11();
 
-// Before the application object, which takes as long to connect to the display: has another thread
-// read the system's font configuration, which all texts need.
-void readFontConfiguration();
+// Has another thread read the system's font configuration, which all texts need and which takes a
+// sixth of the start. Begin before the application object, which connects to the display meanwhile,
+// and join before the first use of a font: two that read it at once both do the whole work.
+std::thread readFontConfiguration();
 
 // Before the first window: the software scene graph needs no OpenGL driver, starts faster than any
 // and gives a window with an alpha channel.

@@ -10,7 +10,7 @@
 int main(int argc, char *argv[])
 {
     preferX11();
-    readFontConfiguration();
+    std::thread fontConfiguration = readFontConfiguration();
     useSoftwareSceneGraph();
     QApplication application(argc, argv);
     QApplication::setWindowIcon(windowIcon());
@@ -18,6 +18,7 @@ int main(int argc, char *argv[])
         qInstallMessageHandler(kqMessageOutput);
     }
     DataManager *settings = DataManager::getInstance();
+    fontConfiguration.join();
     setUpFonts();
     registerQmlTypes();
     settings->changeLanguage(settings->languageTypeTransToInt(settings->getSoftUseLanguage()));
