@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QTimer>
 
 #include "app/MyNetworkAccessManagerFactory.h"
 #include "base/DebugLine.h"
@@ -11,8 +10,6 @@
 #include "settings/DataManager.h"
 
 namespace {
-
-constexpr int longestWaitForFrame = 300; // milliseconds; a window need not be drawn at all
 
 struct SceneConnection {
     const char *signal;
@@ -55,7 +52,6 @@ PXMainWindows::PXMainWindows(QWindow *parent)
     setFlags(windowFlags(systemType));
     setColor(Qt::transparent);
     connect(this, &QQuickWindow::frameSwapped, this, FirstFrame::drawn);
-    QTimer::singleShot(longestWaitForFrame, this, FirstFrame::drawn);
     FirstFrame::expect();
     setSource(QUrl(QStringLiteral("qrc:/main.qml")));
     m_root = rootObject();

@@ -10,6 +10,8 @@
 namespace FirstFrame {
 namespace {
 
+constexpr int longestWait = 300; // milliseconds
+
 struct Task {
     QPointer<const QObject> context;
     std::function<void()> work;
@@ -39,7 +41,11 @@ void catchUp()
 
 } // namespace
 
-void expect() { state().isExpected = true; }
+void expect()
+{
+    state().isExpected = true;
+    QTimer::singleShot(longestWait, QCoreApplication::instance(), catchUp);
+}
 
 void drawn()
 {

@@ -9,6 +9,7 @@ class QObject;
 // work done at once. GUI thread only.
 namespace FirstFrame {
 
+// For 300 ms at the most: a window need not be drawn at all, and may be gone by then.
 void expect();
 // Has the event loop do what was put off, in the order in which it was asked for. Every frame may
 // call it.

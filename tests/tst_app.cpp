@@ -18,6 +18,7 @@
 #include "app/StartUp.h"
 #include "base/Deployment.h"
 #include "base/ExecutableDirectory.h"
+#include "base/FirstFrame.h"
 #include "settings/DataManager.h"
 
 class AppTest : public QObject {
@@ -38,25 +39,20 @@ private slots:
 
     void fileHandlerKeepsTheRightMessages_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<bool>("debug");
-        QTest::addColumn<bool>("everything");
-        QTest::addColumn<QString>("expected"); // %1 stands for the record
-        QTest::newRow("warnings are errors") << 1 << false << false << R"(\[Error\]%1)";
-        QTest::newRow("critical, filed nowhere") << 2 << false << false << R"(\(not there\))";
-        QTest::newRow("everything: critical") << 2 << false << true << R"(\[Critical\]%1)";
-        QTest::newRow("everything: info") << 4 << false << true << R"(\[Info\]%1)";
-        QTest::newRow("a debug line loses its text") << 0 << false << true << R"(\r\n)";
-        QTest::newRow("a debug build keeps it") << 0 << true << true << R"(\[Debug\]%1)";
-        QTest::newRow("an unknown level has no tag") << 99 << false << true << "%1";
+        // Type, isDebug, openAllprint, what is written; %1 stands for the record.
+        const Table<int, bool, bool, QString> row;
+        row("warnings are errors", 1, false, false, R"(\[Error\]%1)");
+        row("critical, filed nowhere", 2, false, false, R"(\(not there\))");
+        row("everything: critical", 2, false, true, R"(\[Critical\]%1)");
+        row("everything: info", 4, false, true, R"(\[Info\]%1)");
+        row("a debug line loses its text", 0, false, true, R"(\r\n)");
+        row("a debug build keeps it", 0, true, true, R"(\[Debug\]%1)");
+        row("an unknown level has no tag", 99, false, true, "%1");
     }
 
     void fileHandlerKeepsTheRightMessages()
     {
-        QFETCH(QString, expected);
-        QFETCH(int, type);
-        QFETCH(bool, debug);
-        QFETCH(bool, everything);
+        auto [type, debug, everything, expected] = Table<int, bool, bool, QString>::fetch();
         isDebug = debug;
         openAllprint = everything;
 
@@ -122,15 +118,20 @@ private slots:
     {
         for (const char *way : {"closeWindows", "quit"}) {
             PXMainWindows window;
-            QObject *emitter = window.rootObject();
-            if (qstrcmp(way, "quit") == 0) {
-                emitter = window.engine();
-            }
-            QMetaObject::invokeMethod(emitter, way, Qt::QueuedConnection);
+            QObject *const emitters[] = {window.rootObject(), window.engine()};
+            QMetaObject::invokeMethod(emitters[*way == 'q'], way, Qt::QueuedConnection);
             QCOMPARE(QCoreApplication::exec(), 0);
         }
         // The store outlives the engines that were given it.
         QCOMPARE(DataManager::getInstance()->getSystemType(), QStringLiteral("linux"));
+    }
+
+    void windowGoneBeforeItsFirstFrameHoldsNothingUp()
+    {
+        PXMainWindows().setTitle({});
+        bool done = false;
+        FirstFrame::then(this, [&done] { done = true; });
+        QTRY_VERIFY(done);
     }
 
     void engineGetsACacheInTheWorkingDirectory()
@@ -142,10 +143,9 @@ private slots:
         QCOMPARE(manager->parent(), &parent);
         auto *cache = qobject_cast<QNetworkDiskCache *>(manager->cache());
         QVERIFY(cache);
-        QCOMPARE(QDir(cache->cacheDirectory()).dirName(),
-            QStandardPaths::displayName(QStandardPaths::CacheLocation));
-        QCOMPARE(
-            QFileInfo(QDir(cache->cacheDirectory()).absolutePath()).path(), QDir::currentPath());
+        const QDir cached(cache->cacheDirectory());
+        QCOMPARE(cached.dirName(), QStandardPaths::displayName(QStandardPaths::CacheLocation));
+        QCOMPARE(QFileInfo(cached.absolutePath()).path(), QDir::currentPath());
         QCOMPARE(cache->maximumCacheSize(), qint64(104857600));
     }
 
