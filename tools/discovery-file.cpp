@@ -4,6 +4,7 @@
 #include "crypto/Encryption.h"
 
 #include <QFile>
+#include <QUrl>
 
 #include <cstdio>
 #include <iostream>
@@ -21,17 +22,21 @@ int fail(const std::string &message)
     return 1;
 }
 
-// Clients put their paths directly behind it, and compare addresses literally.
+// Clients put their paths directly behind it, and compare the result literally with the addresses
+// of replies, which Qt writes in normal form.
 bool isBaseAddress(const std::string &address)
 {
     const bool hasScheme = address.rfind("http://", 0) == 0 || address.rfind("https://", 0) == 0;
-    return hasScheme && address.back() != '/';
+    const QString text = QString::fromStdString(address);
+    return hasScheme && address.back() != '/' && QUrl(text).toString() == text;
 }
 
 int encode(const std::string &address)
 {
     if (!isBaseAddress(address)) {
-        return fail("the address has to start with http:// or https:// and to end without a slash");
+        return fail(
+            "the address has to start with http:// or https://, to end without a slash, and "
+            "to be in normal form (host in lower case)");
     }
     std::cout << Encryption().encode(address);
     return std::cout.flush() ? 0 : fail("cannot write the text");
