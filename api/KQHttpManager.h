@@ -48,8 +48,8 @@ public:
     Q_INVOKABLE void checkRegion();
     Q_INVOKABLE void getLocalLanguage();
     Q_INVOKABLE void getInitInfo();
-    QString getTestDomainName() const;
-    void setTestDomainName(const QString &value);
+    Q_INVOKABLE QString getTestDomainName() const;
+    Q_INVOKABLE void setTestDomainName(const QString &value);
 
     // Account.
     Q_INVOKABLE void userLogin(const QString &email, const QString &password);
