@@ -103,6 +103,7 @@ public:
     void setVornVpnPort(const QString &value) { vornVpnPort = value; }
     Q_INVOKABLE double getDpiScale() const { return dpiScale; }
     void setDpiScale(double value) { dpiScale = value; }
+    void getSystemDpiScale(); // stores the scale of the primary screen
     Q_INVOKABLE QString getSystemType() const { return systemType; }
     void setSystemType(const QString &value) { systemType = value; }
     Q_INVOKABLE QString getSarkoVersion() const { return sarkoVersion; }
@@ -189,7 +190,6 @@ private:
     struct SignInField;
 
     DataManager();
-    void getSystemDpiScale();
     void fillLanguageNames();
     void sortCommonUsedAreas();
     void takeSignInFields(const QString &text, std::initializer_list<SignInField> known);

@@ -47,7 +47,10 @@ void DataManager::changeLanguage(int languageIndex)
     // ones would change nothing that is seen.
     auto *translator = new QTranslator;
     m_translators.append(translator);
-    const bool isLoaded = translator->load(QString::fromLatin1(language.translation));
+    // Exactly this file: left to its defaults, the loader goes on with ever shorter names.
+    const auto empty = QStringLiteral("");
+    const bool isLoaded =
+        translator->load(QString::fromLatin1(language.translation), empty, empty, empty);
     if (isLoaded) {
         QCoreApplication::installTranslator(translator);
         softUseLanguage = QString::fromLatin1(language.code);
