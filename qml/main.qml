@@ -153,6 +153,9 @@ Rectangle {
     }
 
     function startClient() {
+        // The second half of a double click.
+        if (quitTimer.running)
+            return;
         const path = pathPanel.item.path;
         httpMangerId.pushLog("start", "", "", "");
         operatingId.doOtherExe(path + (onLinux ? "/VornRun.sh" : "/VORN.exe"), []);

@@ -54,7 +54,7 @@ FocusScope {
         showSelectInBtn: false
         Accessible.name: root.textForShow
         onItemClicked: {
-            root.textForShow = root.modelShowList[nowIndex];
+            root.textForShow = root.modelShowList[nowIndex] || "";
             root.itemClicked(temp);
         }
         onSendData: root.sendData(index, text)

@@ -24,6 +24,11 @@ Rectangle {
         languageBox.textForShow = languageList[index];
     }
 
+    // Not a binding: the finish button sets this width too.
+    function fitQuickInstallButton() {
+        quickInstallButton.width = Math.max(182, quickInstallButton.textLength() + 50);
+    }
+
     radius: 12
     color: background.status === Image.Ready ? "transparent" : "#2a7039"
 
@@ -93,8 +98,10 @@ Rectangle {
         btIcon: "qrc:/image/installBtnBg.png"
         pressedIcon: "qrc:/image/installBtnBgHover.png"
         releaseIcon: "qrc:/image/installBtnBg.png"
-        onBtTextChanged: width = Math.max(182, textLength() + 50)
+        onBtTextChanged: root.fitQuickInstallButton()
         onClicked: root.install()
+        // The text has no length before.
+        Component.onCompleted: root.fitQuickInstallButton()
     }
 
     Row {
@@ -138,7 +145,7 @@ Rectangle {
             radius: 3
             enabled: false
             underLine: agreementButton.enabled
-            pointSize: 10 / root.dpiScale
+            pointSize: 11 / root.dpiScale
             textColor: agreementButton.enabled ? "white" : "#bfe5c6"
             pressedTextColor: "#bfe5c6"
             btText: qsTranslate("main", "Vorn license agreement") + DataManager.emptyString
@@ -156,7 +163,7 @@ Rectangle {
         height: 26
         radius: 3
         textLeftMargin: -1
-        pointSize: 10 / root.dpiScale
+        pointSize: 11 / root.dpiScale
         textColor: "white"
         pressedTextColor: "#bfe5c6"
         btText: qsTranslate("main", "Custom path >") + DataManager.emptyString

@@ -62,7 +62,7 @@ Rectangle {
         radius: 5
         padOrStretch: false
         hoverOpacity: 0.85
-        pointSize: 9 / root.dpiScale
+        pointSize: 11 / root.dpiScale
         textColor: "white"
         btText: qsTranslate("main", "Browse") + DataManager.emptyString
         btIcon: "qrc:/image/rightBg.png"
