@@ -56,9 +56,9 @@ public:
     Q_INVOKABLE bool checkExeIsRun(const QString &name);
     Q_INVOKABLE bool IsProcessRun(char *name); // always true
     Q_INVOKABLE bool openUrl(const QString &url);
-    Q_INVOKABLE void googleLogin();
-    Q_INVOKABLE void facebookLogin();
-    Q_INVOKABLE void joinTelegramGroup();
+    Q_INVOKABLE bool googleLogin();
+    Q_INVOKABLE bool facebookLogin();
+    Q_INVOKABLE bool joinTelegramGroup();
     Q_INVOKABLE QString systemType() const; // the distribution's name
     Q_INVOKABLE bool doInstallExe();
     Q_INVOKABLE bool doUpdateExe();

@@ -59,7 +59,7 @@ bool Operating::openUrl(const QString &url)
     return QDesktopServices::openUrl(QUrl(url));
 }
 
-void Operating::googleLogin()
+bool Operating::googleLogin()
 {
     const Deployment &deployment = Deployment::current();
     const QPair<QString, QString> items[] = {
@@ -76,15 +76,15 @@ void Operating::googleLogin()
     }
     QUrl url(QStringLiteral("https://accounts.google.com/o/oauth2/v2/auth/oauthchooseaccount"));
     url.setQuery(query);
-    openUrl(url.toString(QUrl::FullyEncoded));
+    return openUrl(url.toString(QUrl::FullyEncoded));
 }
 
-void Operating::facebookLogin()
+bool Operating::facebookLogin()
 {
-    openUrl(Deployment::current().webSignInHost + QStringLiteral("/fblogin"));
+    return openUrl(Deployment::current().webSignInHost + QStringLiteral("/fblogin"));
 }
 
-void Operating::joinTelegramGroup() { openUrl(Deployment::current().chatGroupLink); }
+bool Operating::joinTelegramGroup() { return openUrl(Deployment::current().chatGroupLink); }
 
 QString Operating::systemType() const
 {
