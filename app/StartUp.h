@@ -8,7 +8,7 @@ class QWindow;
 // What has to stand before the scene is loaded.
 
 // Before the application object: X11 comes first, since Wayland ignores window moves, unless the
-// user asked for a platform. The choice does not reach the programs that the installer starts.
+// user asked for a platform. The launcher's pkexec does not hand the choice on to the client.
 void preferX11();
 
 // Has another thread read the system's font configuration, which all texts need and which takes a
