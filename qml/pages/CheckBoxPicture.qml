@@ -22,6 +22,7 @@ Item {
 
         x: tick.width + 8
         anchors.verticalCenter: parent.verticalCenter
+        baseSize: 11
         text: parent.text
     }
 }
