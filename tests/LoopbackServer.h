@@ -35,7 +35,7 @@ public:
     {
         listen(QHostAddress::LocalHost);
         connect(this, &QTcpServer::newConnection, this, [this] {
-            ++m_connections;
+            ++connections;
             QTcpSocket *socket = nextPendingConnection();
             connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
             connect(socket, &QTcpSocket::readyRead, this, [this, socket] { serve(socket); });
@@ -44,18 +44,18 @@ public:
 
     QString baseAddress() const { return QString("http://127.0.0.1:%1").arg(serverPort()); }
     void answer(const QByteArray &path, const Answer &answer) { m_answers[path] = answer; }
-    int pending() const { return m_requests.size(); } // requests that nobody took
-    int connections() const { return m_connections; } // accepted until now
-    qint64 bytesSent() const { return m_bytesSent; }
-    QStringList complaints() const { return m_complaints; }
+    QList<Request> requests; // that nobody took
+    QStringList complaints;
+    int connections = 0; // accepted until now
+    qint64 bytesSent = 0;
 
     Request take(const QByteArray &path) // the oldest one; waits for it
     {
         Request found;
         const bool isThere = QTest::qWaitFor([&] {
-            for (int i = 0; i < m_requests.size() && found.path.isEmpty(); ++i)
-                if (m_requests.at(i).path == path)
-                    found = m_requests.takeAt(i);
+            for (int i = 0; i < requests.size() && found.path.isEmpty(); ++i)
+                if (requests.at(i).path == path)
+                    found = requests.takeAt(i);
             return !found.path.isEmpty();
         });
         return isThere ? found : Request();
@@ -84,10 +84,10 @@ private:
         body.replace(field, " \\1=\\2").remove(boundary + "--\r\n");
         request.form = request.method + body.toLatin1();
         if (!m_answers.contains(request.path))
-            m_complaints.append(QLatin1String("unexpected path ") + request.path);
+            complaints.append(QLatin1String("unexpected path ") + request.path);
         if (request.headers["_sign"] != (request.method == "POST" ? signature(request) : ""))
-            m_complaints.append(QLatin1String("wrong signature for ") + request.path);
-        m_requests.append(request);
+            complaints.append(QLatin1String("wrong signature for ") + request.path);
+        requests.append(request);
         const Answer answer = m_answers.value(request.path, Answer{{}, 404});
         QTimer::singleShot(answer.delay, socket, [this, socket, answer] { send(socket, answer); });
     }
@@ -112,7 +112,7 @@ private:
         socket->write("HTTP/1.1 " + QByteArray::number(answer.status) + " Some reason\r\n"
             + answer.headers + (hasLength ? length : "") + "\r\n" + answer.body);
         connect(socket, &QTcpSocket::bytesWritten, this, [this, socket, answer](qint64 size) {
-            m_bytesSent += size;
+            bytesSent += size;
             if (answer.manner == Endless && socket->bytesToWrite() == 0)
                 socket->write(answer.body);
         });
@@ -121,8 +121,4 @@ private:
     }
 
     QHash<QByteArray, Answer> m_answers;
-    QList<Request> m_requests;
-    QStringList m_complaints;
-    int m_connections = 0;
-    qint64 m_bytesSent = 0;
 };

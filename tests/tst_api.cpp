@@ -1,6 +1,3 @@
-#include <functional>
-
-#include <QLocale>
 #include <QNetworkAccessManager>
 
 #include "LoopbackServer.h"
@@ -47,7 +44,7 @@ private slots:
         settings.setIsTestMode(false);
     }
 
-    void cleanup() { QCOMPARE(server->complaints(), QStringList()); }
+    void cleanup() { QCOMPARE(server->complaints, QStringList()); }
 
     void signatureCoversFilledHeadersSortedByName_data()
     {
@@ -72,31 +69,27 @@ private slots:
     {
         server->answer("/api/system/region", {"{}"});
         M manager;
-        QByteArrayList told;
-        const auto tell = [&] {
-            manager.checkRegion();
-            auto request = server->take("/api/system/region");
-            for (const char *name : {"_channel", "_session", "_uid", "_oem", "Accept-Encoding"})
-                told += request.headers[name];
-        };
-        tell();
         UserInfo user;
-        user.setSession("s3ss");
-        user.setUid(42);
-        settings.setUserInfo(user);
-        settings.setChannel("shop");
-        tell();
-        QCOMPARE(told.join('|'), "official|||default|identity|shop|s3ss|42|default|identity");
+        for (const char *expected :
+            {"official|||default|identity", "shop|s3ss|42|default|identity"}) {
+            manager.checkRegion();
+            auto headers = server->take("/api/system/region").headers;
+            QCOMPARE(headers["_channel"] + '|' + headers["_session"] + '|' + headers["_uid"] + '|'
+                    + headers["_oem"] + '|' + headers["Accept-Encoding"],
+                expected);
+            user.setSession("s3ss");
+            user.setUid(42);
+            settings.setUserInfo(user);
+            settings.setChannel("shop");
+        }
     }
 
     void operationsPostTheirFormAndReport_data()
     {
         // clang-format off
         const Posted table;
-        const auto row = [&table](const char *path, const Operation &operation, const char *form,
-                             const char *reply = "{}", const char *heard = "") {
-            table(form, "/api/" + QByteArray(path), operation, reply, heard);
-        };
+        const auto row = [&table](const char *path, const Operation &operation, const char *form, const char *reply = "{}",
+            const char *heard = "") { table(form, "/api/" + QByteArray(path), operation, reply, heard); };
         const Operation region = [](M &m) { m.checkRegion(); };
         const Operation record = [](M &m) { m.sendOperationRecord("5"); };
         row("system/region", region, "POST", R"({"code":200,"data":{"ip":"1.0.1.1"}})", "sendIsChinaIp(false)");
@@ -113,13 +106,9 @@ private slots:
         row("system/log", [](M &m) { m.pushLog("delay", "t", "s", "延"); }, "POST flag=delay data=延");
         row("system/log", [](M &m) { m.pushLog("P2P", "t", "s", "i"); }, "POST flag=P2P");
         row("system/push_language", [](M &m) { m.pushLanguage(3, "ru"); }, "POST type=3 language=ru");
-        row("server/push_connect_state", [](M &m) { m.sendPushLinkLog(-3, "ok", 17, 19, "KCP"); },
-            "POST srvid=-3 status=ok start_time=17 end_time=19 protocol=KCP");
-        row("server/push_search_word", [](M &m) {
-                for (const char *word : {"to", "tok", "osaka", "tokyo", "toky"})
-                    m.appendSearchWordList(word);
-                m.pushSearchLineWord();
-            }, "POST word=osaka,tokyo");
+        row("server/push_connect_state", [](M &m) { m.sendPushLinkLog(-3, "ok", 17, 19, "KCP"); }, "POST srvid=-3 status=ok start_time=17 end_time=19 protocol=KCP");
+        const Operation words = [](M &m) { for (auto word : {"to", "tok", "osaka", "tokyo", "toky"}) m.appendSearchWordList(word); m.pushSearchLineWord(); };
+        row("server/push_search_word", words, "POST word=osaka,tokyo");
         // clang-format on
     }
 
@@ -206,9 +195,8 @@ private slots:
 
     void lookupsTellOwnAndExitAddress()
     {
-        const QString reply = R"({"ip":"%1","cityid":7,"country":"C","area":"A","city":"T"})";
-        const QString own = reply.arg("1.1.1.1");
-        const QString exit = reply.arg("2.2.2.2");
+        const QString own = R"({"ip":"1.1.1.1"})";
+        const QString exit = R"({"ip":"2.2.2.2","cityid":7,"country":"C","area":"A","city":"T"})";
         // The lookup's address is the beginning of the mirror's.
         Deployment::current().ipLookupAddress = server->baseAddress() + "/ip";
         server->answer("/ip", {own.toUtf8()});
@@ -236,10 +224,7 @@ private slots:
     void lookupsAreRetriedThreeTimes()
     {
         using Verdict = IpCheck::Verdict;
-        IpCheck check;
-        for (const Verdict verdict : {Verdict::Retry, Verdict::Retry, Verdict::GiveUp})
-            QCOMPARE(check.failed(), verdict);
-        check.setRetries(0);
+        IpCheck check; // three errors in a row are tried with the hostile servers
         const QJsonObject own{{"ip", "1.1.1.1"}, {"city", "T"}};
         for (const Verdict verdict : {Verdict::OwnAddress, Verdict::Retry, Verdict::Retry,
                  Verdict::Retry, Verdict::NotProxied}) {
@@ -283,7 +268,7 @@ private slots:
         for (const char *form : {"POST srvid=1", "POST srvid=2", "POST srvid=3"})
             QCOMPARE(server->take(path).form.left(12), form);
         QTRY_COMPARE(accepted.size(), 3);
-        QCOMPARE(server->pending(), 0);
+        QCOMPARE(server->requests.size(), 0);
     }
 
     void initRecordFillsTheSettings_data()
@@ -309,23 +294,21 @@ private slots:
         M manager;
         QJsonObject reply{{"data", QJsonDocument::fromJson(data).object()}};
         manager.dealInitInfo(reply);
-        const QStringList stored{QString::number(settings.getVpnModel()),
-            settings.getPrivacyPolicyUrl(), QString::number(settings.getEmailVerificationSwitch()),
-            QString::number(settings.getP2pSwitch()), settings.getSupportProtocols(),
-            settings.getUdpVpnPort(), settings.getTcpVpnPort(), settings.getAppStoreDownloadUrl()};
-        QCOMPARE(stored.join('|'), expected);
+        const QVariantList stored{settings.getVpnModel(), settings.getPrivacyPolicyUrl(),
+            settings.getEmailVerificationSwitch(), settings.getP2pSwitch(),
+            settings.getSupportProtocols(), settings.getUdpVpnPort(), settings.getTcpVpnPort(),
+            settings.getAppStoreDownloadUrl()};
+        QCOMPARE(QVariant(stored).toStringList().join('|'), expected);
     }
 
     void systemLanguageIsMapped()
     {
         M manager;
         QSignalSpy spy(&manager, &M::sendDefaultLanguage);
-        const QLocale before;
         for (const char *name : {"en_GB", "zh_CN", "id_ID", "ru_RU", "fr_FR", "de_AT"}) {
             QLocale::setDefault(QLocale(name));
             manager.getLocalLanguage();
         }
-        QLocale::setDefault(before);
         QCOMPARE(spy, QList<Arguments>({{0}, {1}, {2}, {4}})); // Russian has another number
     }
 
@@ -345,7 +328,7 @@ private slots:
             manager.sendOperationRecord("one by one");
             QVERIFY(spy.wait());
         }
-        QCOMPARE(server->connections(), 9);
+        QCOMPARE(server->connections, 9);
         // That of the silent mirror, and the current one.
         QTRY_COMPARE(manager.findChildren<QNetworkAccessManager *>().size(), 2);
     }

@@ -59,7 +59,7 @@ private slots:
         manager.getInitInfo();
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
         QCOMPARE(written(spies), expected);
-        QCOMPARE(server->complaints(), QStringList());
+        QCOMPARE(server->complaints, QStringList());
     }
 
     void slowServersTimeOutTogether()
@@ -95,12 +95,10 @@ private slots:
         // Nothing still runs that a late answer could reach.
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
         QCOMPARE(spies.at("getHttpCode").size(), 0);
-        QVERIFY2(server->bytesSent() < (128 << 20), QByteArray::number(server->bytesSent()));
-        QStringList told;
-        for (const auto &arguments : qAsConst(names))
-            told << arguments.first().toString();
-        told.sort();
-        QCOMPARE(told.join(' '), "checkRegion downloadLink init operationRecord serverPushLinkLog");
+        QVERIFY2(server->bytesSent < (128 << 20), QByteArray::number(server->bytesSent));
+        for (const char *name :
+            {"checkRegion", "downloadLink", "init", "operationRecord", "serverPushLinkLog"})
+            QCOMPARE(names.count({name}), 1);
         // Meanwhile the lookup was tried three times, 3 s apart.
         const QString message = "应答错误" + Deployment::current().ipLookupAddress;
         QCOMPARE(
@@ -118,7 +116,7 @@ private slots:
         manager.getDomainNameFromWeb();
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
         QCOMPARE(found.size(), 0);
-        QVERIFY(server->bytesSent() < (32 << 20));
+        QVERIFY(server->bytesSent < (32 << 20));
         Deployment::current().mirrorAddresses << server->baseAddress() + "/good";
         manager.getDomainNameFromWeb();
         QVERIFY(found.wait());
@@ -153,8 +151,8 @@ private slots:
             QCOMPARE(server->take("/api/system/index").method, "POST");
         manager->addLineLinkInfo(1, {}, "START");
         manager.reset();
-        QTRY_COMPARE(
-            server->findChildren<QTcpSocket *>(QString(), Qt::FindDirectChildrenOnly).size(), 0);
+        QTRY_VERIFY(
+            server->findChildren<QTcpSocket *>(QString(), Qt::FindDirectChildrenOnly).isEmpty());
         QCOMPARE(codes.size(), 0);
     }
 };

@@ -102,6 +102,8 @@ private slots:
         QVERIFY(!window.isVisible());
         window.onShowWindows();
         QVERIFY(window.isVisible());
+        QMetaObject::invokeMethod(window.rootObject(), "closeWindows", Qt::QueuedConnection);
+        QCOMPARE(QCoreApplication::exec(), 0);
     }
 
     void windowGoneBeforeItsFirstFrameHoldsNothingUp()

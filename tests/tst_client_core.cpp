@@ -1,5 +1,4 @@
 #include <QtQml>
-#include <QtTest>
 
 #include "LoopbackServer.h"
 #include "Spies.h"
@@ -10,8 +9,9 @@
 
 using M = KQHttpManager;
 using Handler = void (M::*)(QJsonObject &);
-Q_DECLARE_METATYPE(Handler)
-Q_DECLARE_METATYPE(LoopbackServer::Answer)
+using Operation = Table<QString, QString, QString, QString, QString>;
+using Session = Table<Handler, bool, QString, QString, QString>;
+using Download = Table<int, QString, LoopbackServer::Answer, QString, QByteArray>;
 
 class TestClientCore : public QObject {
     Q_OBJECT
@@ -53,7 +53,7 @@ private slots:
     void init()
     {
         directory = std::make_unique<QTemporaryDir>();
-        QVERIFY(directory->isValid() && QDir::setCurrent(directory->path()));
+        QVERIFY(QDir::setCurrent(directory->path()));
         server = std::make_unique<LoopbackServer>();
         Deployment::current().ipLookupAddress.clear();
         settings.setDomainName(server->baseAddress());
@@ -72,13 +72,12 @@ private slots:
         spies = spiesOn(manager.get());
     }
 
-    void cleanup() { QCOMPARE(server->complaints(), QStringList()); }
+    void cleanup() { QCOMPARE(server->complaints, QStringList()); }
 
     void operationsSendTheirFormAndReport_data()
     {
-        // The operation as a scene calls it, its path, form and reply, what is emitted.
-        const Table<QString, QString, QString, QString, QString> row;
         // clang-format off
+        const Operation row; // as a scene calls it, its path, form and reply, what is emitted
         row("login", "userLogin('ü@b.c','p w')", "account/login", " email=ü@b.c password=p w", "{'msg':'hi','data':{'session':'s'}}", "loginStatus(true,hi,-1)");
         row("visitor login", "userVisitorLogin()", "account/visitor_login", "", "{'code':1,'msg':'no'}", "visitorLoginStatus(false,no,0)");
         row("registration", "userRegister('a','pw','12')", "account/register", " code=12 email=a password=pw", "{'msg':'hi'}", "registerStatus(true,hi,-1)");
@@ -106,8 +105,7 @@ private slots:
 
     void operationsSendTheirFormAndReport()
     {
-        const auto [call, path, form, reply, emitted] =
-            Table<QString, QString, QString, QString, QString>::fetch();
+        const auto [call, path, form, reply, emitted] = Operation::fetch();
         server->answer("/api/" + path.toUtf8(), {json(reply)});
         QQmlEngine engine;
         QQmlExpression(engine.rootContext(), manager.get(), json(call)).evaluate();
@@ -118,9 +116,8 @@ private slots:
 
     void repliesChangeTheSession_data()
     {
-        const Table<Handler, bool, QString, QString, QString>
-            row; // visitor, reply, session, emitted
         // clang-format off
+        const Session row; // handler, visitor, reply, session, emitted
         const QString session = "{'data':{'session':'s'}}";
         const QString expired = "{'code':2000,'data':{'session':'s','msg':'old'}}";
         const QString account = "{'msg':'m','data':{'username':'ru','radius_pass':'rp','rd':'r','uid':5,'email':'e'";
@@ -141,8 +138,7 @@ private slots:
 
     void repliesChangeTheSession()
     {
-        const auto [handler, isVisitor, reply, after, emitted] =
-            Table<Handler, bool, QString, QString, QString>::fetch();
+        const auto [handler, isVisitor, reply, after, emitted] = Session::fetch();
         settings.setIsVisitorLogin(isVisitor);
         const QByteArray path = "/api/account/login";
         server->answer(path, {json("{'msg':'again'}")});
@@ -168,8 +164,7 @@ private slots:
         manager->userLogin("a", "b");
         manager->userVisitorLogin();
         QCOMPARE(written(spies),
-            QString("loginStatus(true,login success,-1) "
-                    "visitorLoginStatus(true,login success,-1)"));
+            "loginStatus(true,login success,-1) visitorLoginStatus(true,login success,-1)");
         QVERIFY(settings.getIsVisitorLoginStatus() && !isBusy());
     }
 
@@ -196,10 +191,9 @@ private slots:
 
     void downloadsAreWritten_data()
     {
-        // Kind, installation path in the directory of the test, answer, file and its content.
-        const Table<int, QString, LoopbackServer::Answer, QString, QByteArray> row;
-        const QByteArray big(3000000, 'b');
         // clang-format off
+        const Download row; // kind, installation path in the directory of the test, answer, file, content
+        const QByteArray big(3000000, 'b');
         row("package", 0, "", {big}, "VornInstall.run", big);
         row("program, path", 1, "/P", {"bytes"}, "P\\VORNTemp", "bytes");
         row("protocol", 2, "", {"bytes"}, "sarko2linuxTemp", "bytes");
@@ -213,8 +207,7 @@ private slots:
 
     void downloadsAreWritten()
     {
-        const auto [kind, path, answer, name, content] =
-            Table<int, QString, LoopbackServer::Answer, QString, QByteArray>::fetch();
+        const auto [kind, path, answer, name, content] = Download::fetch();
         server->answer("/file", answer);
         settings.setInstallPath(path.isEmpty() ? path : directory->path() + path);
         download("/file", kind);
@@ -223,8 +216,7 @@ private slots:
         QCOMPARE(contentOf(directory->filePath(name)), content);
         const QByteArray own = kind == 0 ? "sendDownloadAll" : "sendDownload";
         QCOMPARE(spies.at(own + "FileSuccess").size(), 1);
-        QCOMPARE(
-            spies.at(own + "UpdatePraProgress").constLast().value(0), QVariant(content.size()));
+        QCOMPARE(spies.at(own + "UpdatePraProgress").constLast()[0], content.size());
         QVERIFY(!written(spies).contains(kind == 0 ? "sendDownloadFile" : "sendDownloadAll"));
     }
 
@@ -257,8 +249,7 @@ private slots:
         QQmlEngine engine;
         engine.rootContext()->setContextProperty("manager", manager.get());
         engine.rootContext()->setContextProperty("settings", &settings);
-        QQmlComponent component(
-            &engine, QUrl::fromLocalFile(VORN_SOURCE_DIR "/tests/ClientCore.qml"));
+        QQmlComponent component(&engine, VORN_SOURCE_DIR "/tests/ClientCore.qml");
         const std::unique_ptr<QObject> scene(component.create());
         QVERIFY2(scene, qPrintable(component.errorString()));
 

@@ -1,6 +1,3 @@
-#include <QJsonDocument>
-#include <QMetaProperty>
-
 #include "Spies.h"
 #include "Support.h"
 #include "lines/Coordinates.h"
@@ -19,9 +16,8 @@ static QString described(const QObject *object)
     QStringList values;
     for (int index = meta.propertyOffset(); index < meta.propertyCount(); ++index) {
         const QVariant value = meta.property(index).read(record);
-        if (value.canConvert<QString>() && value != QVariant(value.userType(), nullptr)) {
+        if (value.canConvert<QString>() && value != QVariant(value.userType(), nullptr))
             values.append(value.toString());
-        }
     }
     for (QObject *line : record->getChildItem()) {
         values.append(record->getChildItem4Load().contains(line) ? "<" : "|");
@@ -50,17 +46,15 @@ private slots:
             const Spies spies = spiesOn(&record);
             QVERIFY(property.write(&record, value));
             const QString signal = property.notifySignal().methodSignature();
-            if (written(spies) != signal) {
+            if (written(spies) != signal)
                 odd += property.name() + (" " + signal) + " " + written(spies);
-            }
         }
         QCOMPARE(odd.join(' '), QString("qTransPort transIpChanged() transPortChanged()"));
         QCOMPARE(LineInfo().property("qIsCurrentUse").userType(), int{QMetaType::Int});
 
         QByteArrayList names;
-        for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        for (int index = meta.methodOffset(); index < meta.methodCount(); ++index)
             names.append(meta.method(index).name().replace("Changed", ""));
-        }
         QCOMPARE(names.join(' '),
             QByteArray("lineId lineArea lineName lineImage childItem level serverIp serverPort "
                        "serverNum lon lat ping isCurrentUse domain usedNum lineUuid isRecommend "
@@ -101,9 +95,8 @@ private slots:
         LineCatalogue catalogue; // releases the records
         catalogue.replace(model.getLineInfoModelList());
         QStringList areas = accepted ? QStringList() : QStringList(message);
-        for (const QObject *area : catalogue.areas()) {
+        for (const QObject *area : catalogue.areas())
             areas.append(described(area));
-        }
         QCOMPARE(areas, expected);
     }
 

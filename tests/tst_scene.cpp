@@ -74,16 +74,14 @@ class TestScene : public QObject {
         return focused ? focused->objectName() : QString();
     }
 
-    void key(int code, Qt::KeyboardModifiers with = {})
+    void key(Qt::Key code, Qt::KeyboardModifiers with = {})
     {
-        QTest::keyClick(window.data(), Qt::Key(code), with);
+        QTest::keyClick(&*window, code, with);
     }
-
-    void clickAt(const QPointF &place)
+    void clickAt(QPointF place)
     {
-        QTest::mouseClick(window.data(), Qt::LeftButton, {}, place.toPoint());
+        QTest::mouseClick(&*window, Qt::LeftButton, {}, place.toPoint());
     }
-
     void click(const QString &name) { clickAt(placeOf(item(name)).center()); }
 
     // Clicks a control, or goes to it with Tab and presses Space.
@@ -106,8 +104,8 @@ class TestScene : public QObject {
         key(Qt::Key_A, Qt::ControlModifier);
         for (const char letter : target.toLatin1())
             QTest::keyClick(window.data(), letter);
-        return get("pathField", "text") == target && !get("autoStartCheckBox", "checked").toBool()
-            && !get("shortcutCheckBox", "checked").toBool();
+        return get("pathField", "text") == target && get("autoStartCheckBox", "checked") == false
+            && get("shortcutCheckBox", "checked") == false;
     }
 
     void chooseLanguage(int row)
@@ -118,8 +116,7 @@ class TestScene : public QObject {
     // Runs the event loop, clicks, and tells how the loop ended.
     int run(const QString &clicked)
     {
-        QMetaObject::invokeMethod(
-            this, [this, clicked] { click(clicked); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, [this, clicked] { click(clicked); });
         return QApplication::exec();
     }
 

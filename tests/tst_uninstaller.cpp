@@ -1,6 +1,3 @@
-#include <QDir>
-#include <QTemporaryDir>
-
 #include <unistd.h>
 
 #include "Support.h"
@@ -37,9 +34,8 @@ struct Machine {
         const QStringList files{"VORN", "Uninstall", "lib/libA.so.1", "qml/Q/x.qml", "VornRun.sh",
             "UninstallRun.sh", "VornData.json", "CommonUsedLine.json", "../../other/neighbour",
             "../../menu/", "../../autostart/"};
-        for (const QString &file : files + more) {
+        for (const QString &file : files + more)
             done = done && add(file);
-        }
         return done && put(entries.first(), entryFor(directory))
             && put(entries.last(), entryFor(directory));
     }
@@ -48,7 +44,6 @@ struct Machine {
     {
         return Removal(directory, entries).run([](int) {});
     }
-
     bool has(const QString &name) const { return QFileInfo::exists(top + name); }
 };
 
@@ -66,7 +61,7 @@ private slots:
         QList<int> told;
         const RemovalReport report =
             Removal(machine.top + "link/VornVPN", machine.entries).run([&told](int percentage) {
-                told.append(percentage);
+                told << percentage;
             });
         QCOMPARE(report.kept + report.failed, QStringList());
         QVERIFY(
@@ -80,14 +75,12 @@ private slots:
     {
         const Table<QString, QByteArray> row; // a file of others, a manifest line that is refused
         for (const char *file : {"letter.odt", ".notes", "log.txt", "qml/Q/my/own.qml",
-                 "shelf -> other", "gone -> other/neighbour", "gone/mine"}) {
+                 "shelf -> other", "gone -> other/neighbour", "gone/mine"})
             row(file, file, "");
-        }
         for (const char *line : {"../../other/neighbour", "lib/../../../other/neighbour",
                  "%1other/neighbour", "outside/neighbour", "deep/outside/neighbour", "./VornData",
-                 "outside//neighbour", "deep/"}) {
+                 "outside//neighbour", "deep/"})
             row(line, "letter.odt", line);
-        }
         row("zero byte", "letter.odt", QByteArray("nobody\0x", 8));
     }
 
@@ -105,9 +98,8 @@ private slots:
         const RemovalReport report = machine.remove();
         QCOMPARE(report.failed.join(' '), QFile::decodeName(line));
         QCOMPARE(report.kept, kept);
-        for (const QString &name : kept) {
+        for (const QString &name : kept)
             QVERIFY2(machine.has("opt/VornVPN/" + name), qPrintable(name));
-        }
         QVERIFY(machine.has("other/neighbour") && !machine.has("menu/Vorn.desktop"));
         QVERIFY(!machine.has("opt/VornVPN/lib") && !machine.has("opt/VornVPN/VORN"));
     }
@@ -119,9 +111,8 @@ private slots:
             {"%1opt/VornVPN", "%1/opt/../opt/VornVPN/", "%1link/VornVPN", "opt/VornVPN"}) {
             row(ours, ours, true);
         }
-        for (const char *other : {"%1other", "%1opt/VornVPN2", "N", "%1nowhere/VornVPN"}) {
+        for (const char *other : {"%1other", "%1opt/VornVPN2", "N", "%1nowhere/VornVPN"})
             row(other, other, false);
-        }
     }
 
     void entryBelongsToTheDirectoryItNames()
@@ -150,9 +141,8 @@ private slots:
     // Modes stop no removal by root.
     void fileThatCannotGoIsTold()
     {
-        if (geteuid() == 0 && seteuid(65534) != 0) {
-            return QTest::qSkip("there is nobody else", __FILE__, __LINE__);
-        }
+        if (geteuid() == 0 && seteuid(65534) != 0)
+            QSKIP("there is nobody else");
         const Machine machine;
         const bool isInstalled = machine.install();
         const QString library = machine.directory + "lib";
