@@ -9,6 +9,17 @@ Button {
     property url hoverPic
     property url pressPic
 
+    function textLength() {
+        return metrics.advanceWidth;
+    }
+
+    TextMetrics {
+        id: metrics
+
+        font.family: "Microsoft YaHei UI"
+        text: root.text
+    }
+
     style: ButtonStyle {
         background: Item {
             implicitWidth: picture.implicitWidth
@@ -19,6 +30,12 @@ Button {
 
                 source: !root.hovered ? root.nomerPic : root.pressed ? root.pressPic : root.hoverPic
             }
+        }
+        label: Text {
+            text: control.text
+            font: metrics.font
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
         }
     }
 }
