@@ -22,7 +22,8 @@ for target in "${targets[@]}"; do
     mkdir -p "$found/corpus"
     say "== $target, $seconds s"
     # Inputs that were of use go to the first folder, the seeds are only read.
-    QT_QPA_PLATFORM=offscreen "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=10 \
+    LSAN_OPTIONS=suppressions=$root/fuzz/lsan.supp:print_suppressions=0 \
+        "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=10 \
         -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$found/" \
         "$found/corpus" "$root/fuzz/seeds/$target" >"$found/log" 2>&1 || {
         tail -n 40 "$found/log" >&2
