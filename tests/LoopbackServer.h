@@ -9,12 +9,9 @@
 // keeps every request. What it does not know or finds wrongly signed is a complaint.
 class LoopbackServer : public QTcpServer {
 public:
-    enum Manner {
-        Whole,
-        Cut, // the connection breaks off in the middle of the body
-        Silent, // the connection stays, and nothing comes
-        Endless, // the body is sent over and over
-    };
+    // Cut: the connection breaks off in the middle of the body. Silent: it stays, and nothing
+    // comes. Endless: the body is sent over and over.
+    enum Manner { Whole, Cut, Silent, Endless };
 
     struct Answer {
         QByteArray body = QByteArray();

@@ -35,3 +35,11 @@ inline bool put(const QString &path, const QByteArray &content)
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
+
+inline bool putProgram(const QString &path, const QByteArray &shellLines)
+{
+    return put(path, "#!/bin/sh\n" + shellLines)
+        && QFile::setPermissions(path, QFile::Permissions(0x7700));
+}
+
+inline QByteArray json(const QString &text) { return text.toUtf8().replace('\'', '"'); }

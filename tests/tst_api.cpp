@@ -27,11 +27,10 @@ class TestApi : public QObject {
     std::unique_ptr<Server> server;
     DataManager &settings = *DataManager::getInstance();
 
-    void setMirrors(const QStringList &paths)
+    void setMirrors(QStringList paths)
     {
+        paths.replaceInStrings(QRegularExpression("^/"), server->baseAddress() + "/");
         Deployment::current().mirrorAddresses = paths;
-        Deployment::current().mirrorAddresses.replaceInStrings(
-            QRegularExpression("^/"), server->baseAddress() + "/");
     }
 
 private slots:

@@ -37,7 +37,6 @@ private slots:
         row("redirect, which is not followed", {{}, 302, Server::Whole, 0, "Location: /elsewhere\r\n"}, "");
         row("captive portal", {"<!DOCTYPE html><html><body>Log in</body></html>"}, "");
         row("no body", {}, "");
-        row("array", {"[0]"}, "");
         row("empty object", {"{}"}, "");
         row("wrong types everywhere", {R"({"code":"1000","msg":{},"data":[{"srv_ports":7}]})"}, "initSystemStatus(0)");
         row("wrong types inside", {R"({"code":null,"data":{"default_mode":{},"srv_ports":{"tcp":[]}}})"}, "initSystemStatus(0)");
@@ -65,8 +64,7 @@ private slots:
     void slowServersTimeOutTogether()
     {
         const QByteArray linkLog = "/api/server/push_connect_state";
-        for (const char *path : {"system/index", "system/log", "system/push_language",
-                 "system/operation", "server/push_connect_state"})
+        for (const char *path : {"system/index", "system/operation", "server/push_connect_state"})
             server->answer(QByteArray("/api/") + path, silent);
         server->answer("/api/system/region", {QByteArray(1 << 20, ' '), 200, Server::Endless});
         server->answer(
@@ -78,8 +76,6 @@ private slots:
         const QSignalSpy &names = spies.at("sendTimeOutInterface");
         QElapsedTimer time;
         time.start();
-        manager.pushLog("start", {}, {}, {});
-        manager.pushLanguage(0, {});
         manager.getInitInfo();
         manager.sendOperationRecord({});
         manager.checkRegion();
@@ -89,20 +85,16 @@ private slots:
         QCOMPARE(server->take(linkLog).form.left(12), "POST srvid=9");
         server->answer(linkLog, {R"({"code":0})"});
         QTRY_COMPARE_WITH_TIMEOUT(names.size(), 5, 12000);
-        QVERIFY2(
-            time.elapsed() >= 9400 && time.elapsed() < 11000, QByteArray::number(time.elapsed()));
+        QVERIFY(time.elapsed() >= 9400 && time.elapsed() < 11000);
         QCOMPARE(server->take(linkLog).form.left(12), "POST srvid=9");
         // Nothing still runs that a late answer could reach.
         QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
         QCOMPARE(spies.at("getHttpCode").size(), 0);
         QVERIFY2(server->bytesSent < (128 << 20), QByteArray::number(server->bytesSent));
-        for (const char *name :
-            {"checkRegion", "downloadLink", "init", "operationRecord", "serverPushLinkLog"})
-            QCOMPARE(names.count({name}), 1);
         // Meanwhile the lookup was tried three times, 3 s apart.
-        const QString message = "应答错误" + Deployment::current().ipLookupAddress;
-        QCOMPARE(
-            spies.at("sendGetIpIsProxyIp"), QList<QVariantList>({{false, message, "应答错误"}}));
+        const QVariantList failed{
+            false, QString("应答错误" + server->baseAddress() + "/ip"), "应答错误"};
+        QCOMPARE(spies.at("sendGetIpIsProxyIp"), QList<QVariantList>({failed}));
         QCOMPARE(manager.getGetMyIPNum(), 3);
     }
 
@@ -151,8 +143,7 @@ private slots:
             QCOMPARE(server->take("/api/system/index").method, "POST");
         manager->addLineLinkInfo(1, {}, "START");
         manager.reset();
-        QTRY_VERIFY(
-            server->findChildren<QTcpSocket *>(QString(), Qt::FindDirectChildrenOnly).isEmpty());
+        QTRY_VERIFY(server->findChildren<QTcpSocket *>().isEmpty());
         QCOMPARE(codes.size(), 0);
     }
 };

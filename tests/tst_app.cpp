@@ -55,13 +55,12 @@ private slots:
 
         const QString path = executableDirectory() + (openAllprint ? "/log.txt" : "/errorlog.txt");
         QFile::remove(path);
-        kqMessageOutput(static_cast<QtMsgType>(type), QMessageLogContext("a.cpp", 7, "f", nullptr),
-            QStringLiteral("50 %4 %1"));
+        kqMessageOutput(QtMsgType(type), {"a.cpp", 7, "f", nullptr}, "50 %4 %1");
         const QString content = QString::fromUtf8(contentOf(path));
         QFile::remove(path);
-        expected.replace(QLatin1String("%1"),
-            QLatin1String(R"(\[\d{4}(-\d\d){2} \d\d(:\d\d){2}\])"
-                          R"(\[Line:7\]\[Function:f\]\[msg:50 %4 %1\]\r\n\r\n)"));
+        expected.replace("%1",
+            QString(R"(\[\d{4}(-\d\d){2} \d\d(:\d\d){2}\])"
+                    R"(\[Line:7\]\[Function:f\]\[msg:50 %4 %1\]\r\n\r\n)"));
         const QRegularExpression pattern(QRegularExpression::anchoredPattern(expected));
         QVERIFY2(pattern.match(content).hasMatch(), qPrintable(content));
     }
@@ -118,8 +117,7 @@ private slots:
     {
         PXMainWindows window;
         QObject parent;
-        QNetworkAccessManager *manager =
-            window.engine()->networkAccessManagerFactory()->create(&parent);
+        auto *manager = window.engine()->networkAccessManagerFactory()->create(&parent);
         QCOMPARE(manager->parent(), &parent);
         auto *cache = qobject_cast<QNetworkDiskCache *>(manager->cache());
         QVERIFY(cache);

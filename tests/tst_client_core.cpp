@@ -23,8 +23,6 @@ private:
     std::unique_ptr<M> manager;
     Spies spies; // on the manager
 
-    static QByteArray json(const QString &text) { return text.toUtf8().replace('\'', '"'); }
-
     void deal(Handler handler, const QString &reply)
     {
         QJsonObject object = QJsonDocument::fromJson(json(reply)).object();
@@ -176,10 +174,10 @@ private slots:
         QCOMPARE(written(spies), QString());
         QVERIFY(!settings.getIsNeedUpdate() && settings.getSoftVersion() == "7");
         deal(&M::dealUpdateInfo,
-            "{'data':{'force':true,'url':' h a b/ c ','version':'9','version_show':'1.1'}}");
+            "{'data':{'force':true,'url':' h a/ c ','version':'9','version_show':'1.1'}}");
         QCOMPARE(written(spies), QString("updateInfoStatus(true,false,false,1.1,,0)"));
-        QCOMPARE(settings.getDownloadUpdateUrl(), QString("hab/c"));
-        QVERIFY(settings.getIsNeedUpdate() && contentOf("UpdateInfo.json").contains("hab/c"));
+        QCOMPARE(settings.getDownloadUpdateUrl(), "ha/c");
+        QVERIFY(settings.getIsNeedUpdate() && contentOf("UpdateInfo.json").contains("ha/c"));
         server->answer("/main", {"program"});
         deal(&M::dealHotUpdate,
             QString("{'data':{'type':1,'version':8,'version_show':'1.0.8','url':'%1/main'}}")

@@ -21,13 +21,11 @@ import QtQuick 2.9
 import QtQuick.Controls 1.3 as Controls
 import "qrc:/VORN"
 Item {
-    id: scene
-    property string log
-    property real dpiScale: 1
+    id: scene; width: 400; height: 400
+    property string log; property real dpiScale: 1
     property alias control: loader.item
     function note(text) { log += text + ' ' }
     function notes() { return log.trim() } // since the last action
-    width: 400; height: 400
     Controls.ExclusiveGroup { id: group }
     TextInput { id: other; y: 380; width: 50; height: 20 }
     Loader { id: loader; sourceComponent: %1 }

@@ -6,7 +6,6 @@
 #include "lines/LineInfoListModel.h"
 
 static const QMetaObject &meta = LineInfo::staticMetaObject;
-static QByteArray json(const QString &text) { return text.toUtf8().replace('\'', '"'); }
 
 // The values that are not as in a new record, in the order of the properties, then after "<" the
 // lines, after "|" the entries that are no lines.

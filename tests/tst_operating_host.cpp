@@ -14,12 +14,6 @@
 
 namespace {
 
-bool putScript(const QString &path, const QByteArray &lines)
-{
-    return put(path, "#!/bin/sh\n" + lines)
-        && QFile::setPermissions(path, QFile::Permissions(0x7700));
-}
-
 // Mounts and interfaces of its own for this process, before it has threads: empty directories in
 // the place of those for entries. Returns why not.
 QByteArray privateHost()
@@ -98,13 +92,10 @@ private slots:
         QVERIFY(operating.addAutoStartUp() && operating.addAutoStartUp());
         QCOMPARE(contentOf(autostart), entry);
         QVERIFY(QFileInfo(autostart).isExecutable());
-        QCOMPARE(QDir("/etc/xdg/autostart").entryList(QDir::Files).size(), 1);
-        if (!QStandardPaths::findExecutable("desktop-file-validate").isEmpty())
-            QCOMPARE(QProcess::execute("desktop-file-validate", {menu, autostart}), 0);
         QVERIFY(operating.deleteLinkToDeskTopLinux() && operating.deleteAutoStartUp());
         QVERIFY(!QFile::exists(menu) && !QFile::exists(autostart));
 
-        QVERIFY(putScript("bin/chmod", "touch called\n"));
+        QVERIFY(putProgram("bin/chmod", "touch called\n"));
         for (const char *path : {"/usr/share/applications", "/etc/xdg"})
             QCOMPARE(mount("none", path, nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
         QVERIFY(!operating.addLinkToDeskTopLinux() && !operating.addAutoStartUp());
@@ -115,7 +106,7 @@ private slots:
     {
         const QByteArray lines = "echo ${0##*/} \"$1\" >pipe\n";
         QVERIFY(!operating.doOtherExe("./Other", {}) && !operating.doUpdateExe());
-        QVERIFY(putScript("Other", lines) && putScript("Update", lines));
+        QVERIFY(putProgram("Other", lines) && putProgram("Update", lines));
         QVERIFY(put("VornInstall.run", "#!/bin/sh\n" + lines)); // downloads cannot be executed
         QCOMPARE(mkfifo("pipe", 0600), 0);
         QVERIFY(operating.doOtherExe("./Other", {"a  b"}) && contentOf("pipe") == "Other a  b\n");
@@ -125,8 +116,8 @@ private slots:
 
     void killsAndFindsByAnyPartOfTheLine()
     {
-        QVERIFY(putScript("bin/kill", "echo \"$@\" >killed\n"));
-        QVERIFY(putScript("bin/ps",
+        QVERIFY(putProgram("bin/kill", "echo \"$@\" >killed\n"));
+        QVERIFY(putProgram("bin/ps",
             "echo root 41 1 /a/sarko2linux -d\necho root 42 1 grep sarko2linux\n"
             "echo me 43 1 edit sarko2linux.txt\necho me 44 1 VORN-helper\n"));
         const QString program = operating.getCurrentPath() + "/sarko2linux";
@@ -170,7 +161,6 @@ private slots:
             [](Range left, Range right) { return left.last < right.first; }));
         QCOMPARE(table[0].last, plainInteger("1.0.3.255"));
         QCOMPARE(table[1].first, plainInteger("1.0.8.0"));
-        QCOMPARE(table.back().first, plainInteger("223.255.252.0"));
         QCOMPARE(table.back().last, plainInteger("223.255.253.255"));
         QRandomGenerator random(20160606);
         for (const auto [first, last] : table)

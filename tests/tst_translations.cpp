@@ -12,17 +12,13 @@ Catalogue readCatalogue(const QString &language)
     Catalogue catalogue;
     QXmlStreamReader xml(
         contentOf(VORN_SOURCE_DIR "/qml/internationalization/os_language_" + language + ".ts"));
-    QHash<QString, QString> last;
-    while (!xml.atEnd()) {
-        const bool isStart = xml.readNext() == QXmlStreamReader::StartElement;
-        const QString element = isStart ? xml.name().toString() : QString();
-        if (element == "name" || element == "source") {
-            last[element] = xml.readElementText();
-        } else if (element == "translation") {
-            const bool isOpen = xml.attributes().hasAttribute("type");
-            catalogue.insert(
-                {last["name"], last["source"]}, isOpen ? QString() : xml.readElementText());
-        }
+    for (Key key; !xml.atEnd(); xml.readNext()) {
+        if (xml.isStartElement() && xml.name() == "name")
+            key.first = xml.readElementText();
+        else if (xml.isStartElement() && xml.name() == "source")
+            key.second = xml.readElementText();
+        else if (xml.isStartElement() && xml.name() == "translation")
+            catalogue[key] = xml.attributes().isEmpty() ? xml.readElementText() : QString();
     }
     return catalogue;
 }
