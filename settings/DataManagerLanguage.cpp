@@ -48,7 +48,7 @@ void DataManager::changeLanguage(int languageIndex)
     auto *translator = new QTranslator;
     m_translators.append(translator);
     // Exactly this file: left to its defaults, the loader goes on with ever shorter names.
-    const auto empty = QStringLiteral("");
+    const auto empty = QLatin1String("");
     const bool isLoaded =
         translator->load(QString::fromLatin1(language.translation), empty, empty, empty);
     if (isLoaded) {
