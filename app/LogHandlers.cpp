@@ -25,39 +25,29 @@ void appendLine(const QString &path, const QString &line)
     file.flush();
 }
 
-// Warnings are filed as errors: "errorlog.txt" is what support asks users for.
-QString levelTag(QtMsgType type)
-{
-    switch (type) {
-    case QtDebugMsg:
-        return QStringLiteral("[Debug]");
-    case QtWarningMsg:
-        return QStringLiteral("[Error]");
-    case QtCriticalMsg:
-        return QStringLiteral("[Critical]");
-    case QtFatalMsg:
-        return QStringLiteral("[Fatal]");
-    case QtInfoMsg:
-        return QStringLiteral("[Info]");
-    }
-    return {};
-}
+struct Level {
+    QtMsgType type;
+    const char *tag; // of kqMessageOutput()
+    const char *word; // of outputMessage()
+};
 
-QString levelWord(QtMsgType type)
+// Warnings are tagged as errors: "errorlog.txt" is what support asks users for.
+constexpr Level levels[] = {
+    {QtDebugMsg, "[Debug]", "Debug:"},
+    {QtWarningMsg, "[Error]", "Warning:"},
+    {QtCriticalMsg, "[Critical]", "Critical:"},
+    {QtFatalMsg, "[Fatal]", "Fatal:"},
+    {QtInfoMsg, "[Info]", ""},
+};
+
+Level levelOf(QtMsgType type)
 {
-    switch (type) {
-    case QtDebugMsg:
-        return QStringLiteral("Debug:");
-    case QtWarningMsg:
-        return QStringLiteral("Warning:");
-    case QtCriticalMsg:
-        return QStringLiteral("Critical:");
-    case QtFatalMsg:
-        return QStringLiteral("Fatal:");
-    case QtInfoMsg:
-        break;
+    for (const Level &level : levels) {
+        if (level.type == type) {
+            return level;
+        }
     }
-    return {};
+    return {QtInfoMsg, "", ""};
 }
 
 } // namespace
@@ -66,7 +56,7 @@ void kqMessageOutput(QtMsgType type, const QMessageLogContext &context, const QS
 {
     const QString time =
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
-    const QString tag = levelTag(type);
+    const QString tag = QString::fromLatin1(levelOf(type).tag);
     // Concatenated, for a message may itself hold "%1".
     QString fileLine = tag + "[" + time + "][Line:" + QString::number(context.line)
         + "][Function:" + QLatin1String(context.function) + "][msg:" + msg + "]\r\n";
@@ -99,6 +89,6 @@ void outputMessage(QtMsgType type, const QMessageLogContext &context, const QStr
         + QString::number(context.line) + ")";
     const QString time =
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss ddd"));
-    appendLine(
-        QStringLiteral("log.txt"), levelWord(type) + " " + place + " " + msg + " (" + time + ")");
+    appendLine(QStringLiteral("log.txt"),
+        QLatin1String(levelOf(type).word) + " " + place + " " + msg + " (" + time + ")");
 }
