@@ -1,11 +1,11 @@
 #include "api/Endpoints.h"
 
-#include <algorithm>
-#include <iterator>
+#include "api/KQHttpManager.h"
 
 #include <QLatin1String>
 
-#include "api/KQHttpManager.h"
+#include <algorithm>
+#include <iterator>
 
 namespace {
 

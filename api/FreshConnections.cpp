@@ -1,12 +1,12 @@
 #include "api/FreshConnections.h"
 
-#include <algorithm>
-
 #include <QHttpMultiPart>
 #include <QNetworkAccessManager>
 #include <QNetworkCookieJar>
 #include <QNetworkProxy>
 #include <QNetworkReply>
+
+#include <algorithm>
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "api/KQHttpManager.h"
 
-#include <QCryptographicHash>
-#include <QSysInfo>
-
 #include "api/FreshConnections.h"
 #include "base/DebugLine.h"
 #include "base/Deployment.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
+
+#include <QCryptographicHash>
+#include <QSysInfo>
 
 KQHttpManager::KQHttpManager(QObject *parent)
     : QObject(parent)

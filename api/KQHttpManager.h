@@ -1,5 +1,13 @@
 #pragma once
 
+#include "api/Endpoints.h"
+#include "api/FileDownload.h"
+#include "api/IpCheck.h"
+#include "api/LinkLog.h"
+#include "api/SearchWordList.h"
+#include "lines/LineCatalogue.h"
+#include "settings/UserInfo.h"
+
 #include <QByteArray>
 #include <QHttpMultiPart>
 #include <QJsonObject>
@@ -9,14 +17,6 @@
 #include <QObject>
 #include <QPair>
 #include <QString>
-
-#include "api/Endpoints.h"
-#include "api/FileDownload.h"
-#include "api/IpCheck.h"
-#include "api/LinkLog.h"
-#include "api/SearchWordList.h"
-#include "lines/LineCatalogue.h"
-#include "settings/UserInfo.h"
 
 class DataManager;
 class FreshConnections;

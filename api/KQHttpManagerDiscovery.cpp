@@ -1,11 +1,5 @@
 #include "api/KQHttpManager.h"
 
-#include <stdexcept>
-
-#include <QJsonDocument>
-#include <QLocale>
-#include <QTimer>
-
 #include "api/FreshConnections.h"
 #include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
@@ -14,6 +8,12 @@
 #include "crypto/Encryption.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
+
+#include <QJsonDocument>
+#include <QLocale>
+#include <QTimer>
+
+#include <stdexcept>
 
 namespace {
 

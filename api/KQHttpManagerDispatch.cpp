@@ -1,16 +1,16 @@
 #include "api/KQHttpManager.h"
 
-#include <ctime>
-
-#include <QJsonDocument>
-#include <QJsonParseError>
-#include <QMetaEnum>
-
 #include "api/FreshConnections.h"
 #include "api/QReplyTimeout.h"
 #include "api/RequestSignature.h"
 #include "base/DebugLine.h"
 #include "settings/DataManager.h"
+
+#include <QJsonDocument>
+#include <QJsonParseError>
+#include <QMetaEnum>
+
+#include <ctime>
 
 namespace {
 

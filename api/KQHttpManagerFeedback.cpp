@@ -1,10 +1,10 @@
 #include "api/KQHttpManager.h"
 
-#include <QJsonArray>
-
 #include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
 #include "settings/DataManager.h"
+
+#include <QJsonArray>
 
 void KQHttpManager::feedBack(QString tag, const QString &content, const QString &type,
     const QString &linkman, const QString &attachment, const QString &props, const QString &rate)

@@ -1,10 +1,10 @@
 #include "api/KQHttpManager.h"
 
-#include <QHash>
-
 #include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
 #include "settings/DataManager.h"
+
+#include <QHash>
 
 void KQHttpManager::pushLog(
     const QString &flag, const QString &type, const QString &status, const QString &info)

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <functional>
-#include <optional>
+#include "api/LineLinkInfo.h"
 
 #include <QList>
 #include <QString>
 
-#include "api/LineLinkInfo.h"
+#include <functional>
+#include <optional>
 
 // The attempts to connect that the server has not accepted yet. They are uploaded oldest first, one
 // at a time; each operation that makes an upload due returns the record to send.

@@ -1,9 +1,9 @@
 #include "api/RequestSignature.h"
 
-#include <algorithm>
-
 #include <QCryptographicHash>
 #include <QString>
+
+#include <algorithm>
 
 namespace {
 

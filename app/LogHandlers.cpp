@@ -1,12 +1,13 @@
 #include "app/LogHandlers.h"
 
+#include "base/ExecutableDirectory.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QMutex>
 #include <QMutexLocker>
-#include <cstdio>
 
-#include "base/ExecutableDirectory.h"
+#include <cstdio>
 
 bool isDebug = VORN_LOG_TO_FILE;
 bool openAllprint = VORN_LOG_EVERYTHING;

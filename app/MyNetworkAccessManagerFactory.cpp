@@ -1,10 +1,10 @@
 #include "app/MyNetworkAccessManagerFactory.h"
 
+#include "base/DebugLine.h"
+
 #include <QNetworkAccessManager>
 #include <QNetworkDiskCache>
 #include <QStandardPaths>
-
-#include "base/DebugLine.h"
 
 namespace {
 constexpr qint64 maximumCacheBytes = 104857600;

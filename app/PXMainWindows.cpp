@@ -1,13 +1,13 @@
 #include "app/PXMainWindows.h"
 
-#include <QCoreApplication>
-#include <QQmlEngine>
-#include <QQuickItem>
-
 #include "app/MyNetworkAccessManagerFactory.h"
 #include "base/DebugLine.h"
 #include "base/FirstFrame.h"
 #include "settings/DataManager.h"
+
+#include <QCoreApplication>
+#include <QQmlEngine>
+#include <QQuickItem>
 
 namespace {
 

@@ -1,5 +1,9 @@
 #include "app/StartUp.h"
 
+#include "api/KQHttpManager.h"
+#include "installer/Operating.h"
+#include "settings/DataManager.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QFontDatabase>
@@ -12,10 +16,6 @@
 #include <QtQml>
 
 #include <dlfcn.h>
-
-#include "api/KQHttpManager.h"
-#include "installer/Operating.h"
-#include "settings/DataManager.h"
 
 void preferX11()
 {

@@ -1,11 +1,11 @@
-#include <QApplication>
-#include <QIcon>
-
 #include "app/LogHandlers.h"
 #include "app/PXMainWindows.h"
 #include "app/StartUp.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
+
+#include <QApplication>
+#include <QIcon>
 
 int main(int argc, char *argv[])
 {

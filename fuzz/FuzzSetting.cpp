@@ -1,10 +1,10 @@
 #include "FuzzSetting.h"
 
+#include "base/Deployment.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
-
-#include "base/Deployment.h"
 
 namespace {
 

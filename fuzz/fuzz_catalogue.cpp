@@ -1,9 +1,9 @@
-#include <QJsonDocument>
-#include <QSet>
-
 #include "FuzzSetting.h"
 #include "lines/LineInfo.h"
 #include "lines/LineInfoListModel.h"
+
+#include <QJsonDocument>
+#include <QSet>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include <stdexcept>
-
 #include "FuzzSetting.h"
 #include "crypto/Encryption.h"
+
+#include <stdexcept>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

@@ -1,7 +1,7 @@
-#include <QFile>
-
 #include "FuzzSetting.h"
 #include "settings/DataManager.h"
+
+#include <QFile>
 
 // The first byte chooses the reader, the rest is its file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)

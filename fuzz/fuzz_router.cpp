@@ -1,10 +1,10 @@
-#include <QCoreApplication>
-#include <QNetworkReply>
-#include <QUrl>
-
 #include "FuzzSetting.h"
 #include "api/Endpoints.h"
 #include "api/KQHttpManager.h"
+
+#include <QCoreApplication>
+#include <QNetworkReply>
+#include <QUrl>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include <QList>
-
 #include "FuzzSetting.h"
 #include "api/RequestSignature.h"
+
+#include <QList>
 
 // Lines of the input are names and values by turns.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)

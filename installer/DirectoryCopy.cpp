@@ -7,9 +7,10 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <vector>
+
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 

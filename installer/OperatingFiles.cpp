@@ -1,7 +1,8 @@
+#include "installer/Operating.h"
+
 #include "base/DebugLine.h"
 #include "installer/CopyQueue.h"
 #include "installer/DirectoryCopy.h"
-#include "installer/Operating.h"
 #include "installer/ShellCommand.h"
 
 #include <QDir>

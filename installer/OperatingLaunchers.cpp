@@ -1,5 +1,6 @@
-#include "base/DebugLine.h"
 #include "installer/Operating.h"
+
+#include "base/DebugLine.h"
 #include "installer/ShellCommand.h"
 #include "installer/TextFile.h"
 #include "settings/DataManager.h"

@@ -1,7 +1,8 @@
+#include "installer/Operating.h"
+
 #include "base/DebugLine.h"
 #include "installer/AddressBlocks.h"
 #include "installer/CpuSnapshot.h"
-#include "installer/Operating.h"
 
 #include <QCryptographicHash>
 #include <QFile>

@@ -1,6 +1,7 @@
+#include "installer/Operating.h"
+
 #include "base/DebugLine.h"
 #include "base/Deployment.h"
-#include "installer/Operating.h"
 #include "installer/ShellCommand.h"
 #include "installer/TextFile.h"
 #include "settings/DataManager.h"

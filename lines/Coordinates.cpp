@@ -1,12 +1,12 @@
 #include "lines/Coordinates.h"
 
+#include "lines/TextOrNumber.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <array>
 #include <optional>
-
-#include "lines/TextOrNumber.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
 #include "lines/LineBuilder.h"
 
+#include "lines/Coordinates.h"
+#include "lines/LineInfo.h"
+#include "lines/TextOrNumber.h"
+
 #include <QCborMap>
 #include <QJsonArray>
 #include <QJsonValue>
 
 #include <algorithm>
 #include <utility>
-
-#include "lines/Coordinates.h"
-#include "lines/LineInfo.h"
-#include "lines/TextOrNumber.h"
 
 namespace {
 

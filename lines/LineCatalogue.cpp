@@ -1,8 +1,8 @@
 #include "lines/LineCatalogue.h"
 
-#include <utility>
-
 #include "lines/LineInfo.h"
+
+#include <utility>
 
 LineCatalogue::~LineCatalogue() { qDeleteAll(m_records); }
 

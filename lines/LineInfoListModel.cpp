@@ -1,12 +1,12 @@
 #include "lines/LineInfoListModel.h"
 
-#include <QJsonArray>
-
-#include <ctime>
-
 #include "base/DebugLine.h"
 #include "lines/LineBuilder.h"
 #include "lines/LineInfo.h"
+
+#include <QJsonArray>
+
+#include <ctime>
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "settings/DataManager.h"
 
-#include <QGuiApplication>
-#include <QQmlEngine>
-#include <QScreen>
-
 #include "base/DebugLine.h"
 #include "base/Deployment.h"
 #include "base/ExecutableDirectory.h"
 #include "settings/LineFeedbackQuestionForQml.h"
+
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QScreen>
 
 DataManager *DataManager::getInstance()
 {

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "settings/CommonUsedArea.h"
+#include "settings/LineFeedbackQuestion.h"
+#include "settings/UpdateInfo.h"
+#include "settings/UserInfo.h"
+
 #include <QList>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
 #include <initializer_list>
-
-#include "settings/CommonUsedArea.h"
-#include "settings/LineFeedbackQuestion.h"
-#include "settings/UpdateInfo.h"
-#include "settings/UserInfo.h"
 
 class QJSEngine;
 class QQmlEngine;

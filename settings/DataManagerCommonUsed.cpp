@@ -1,9 +1,9 @@
 #include "settings/DataManager.h"
 
+#include "base/DebugLine.h"
+
 #include <algorithm>
 #include <limits>
-
-#include "base/DebugLine.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "settings/DataManager.h"
 
-#include <QFile>
-#include <QJsonArray>
-
 #include "base/DebugLine.h"
 #include "settings/JsonFile.h"
+
+#include <QFile>
+#include <QJsonArray>
 
 // Which key of which file stands for which member. The rows are in the order of reading.
 struct DataManager::Tables {

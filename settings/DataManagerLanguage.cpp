@@ -1,12 +1,12 @@
 #include "settings/DataManager.h"
 
+#include "base/DebugLine.h"
+
 #include <QCoreApplication>
 #include <QTranslator>
 
 #include <algorithm>
 #include <iterator>
-
-#include "base/DebugLine.h"
 
 namespace {
 

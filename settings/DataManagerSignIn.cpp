@@ -1,8 +1,8 @@
 #include "settings/DataManager.h"
 
-#include <QStringList>
-
 #include "base/DebugLine.h"
+
+#include <QStringList>
 
 // What the first key word that a field holds does with the value behind its "=".
 struct DataManager::SignInField {

@@ -1,12 +1,12 @@
 #include "settings/JsonFile.h"
 
+#include "base/DebugLine.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
 #include <unistd.h>
-
-#include "base/DebugLine.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QtTest>
+
 #include <any>
 #include <tuple>
-
-#include <QtTest>
 
 Q_DECLARE_METATYPE(std::any)
 

@@ -1,5 +1,3 @@
-#include <QNetworkAccessManager>
-
 #include "LoopbackServer.h"
 #include "Spies.h"
 #include "Support.h"
@@ -8,6 +6,8 @@
 #include "base/Deployment.h"
 #include "crypto/Encryption.h"
 #include "settings/DataManager.h"
+
+#include <QNetworkAccessManager>
 
 using M = KQHttpManager;
 using Server = LoopbackServer;

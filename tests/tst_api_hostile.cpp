@@ -1,11 +1,11 @@
-#include <QTcpSocket>
-
 #include "LoopbackServer.h"
 #include "Spies.h"
 #include "Support.h"
 #include "api/KQHttpManager.h"
 #include "base/Deployment.h"
 #include "settings/DataManager.h"
+
+#include <QTcpSocket>
 
 using M = KQHttpManager;
 using Server = LoopbackServer;

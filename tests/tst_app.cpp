@@ -1,10 +1,3 @@
-#include <QNetworkAccessManager>
-#include <QNetworkDiskCache>
-#include <QQmlEngine>
-#include <QQmlNetworkAccessManagerFactory>
-#include <QQuickItem>
-#include <thread>
-
 #include "ClosedWindows.h"
 #include "Support.h"
 #include "app/LogHandlers.h"
@@ -14,6 +7,14 @@
 #include "base/Deployment.h"
 #include "base/ExecutableDirectory.h"
 #include "base/FirstFrame.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkDiskCache>
+#include <QQmlEngine>
+#include <QQmlNetworkAccessManagerFactory>
+#include <QQuickItem>
+
+#include <thread>
 
 class AppTest : public QObject {
     Q_OBJECT

@@ -1,11 +1,11 @@
-#include <QtQml>
-
 #include "LoopbackServer.h"
 #include "Spies.h"
 #include "Support.h"
 #include "api/KQHttpManager.h"
 #include "base/Deployment.h"
 #include "settings/DataManager.h"
+
+#include <QtQml>
 
 using M = KQHttpManager;
 using Handler = void (M::*)(QJsonObject &);

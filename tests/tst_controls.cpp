@@ -1,10 +1,10 @@
+#include "Support.h"
+#include "app/StartUp.h"
+
 #include <QQmlComponent>
 #include <QQmlExpression>
 #include <QQuickItem>
 #include <QQuickView>
-
-#include "Support.h"
-#include "app/StartUp.h"
 
 // "move X Y", "click X Y", "key NAME", or a script with the control's properties in reach; then
 // what the probe, another script, has to say.

@@ -1,8 +1,8 @@
-#include <cstdlib>
-#include <stdexcept>
-
 #include "Support.h"
 #include "crypto/Encryption.h"
+
+#include <cstdlib>
+#include <stdexcept>
 
 class TestEncryption : public QObject {
     Q_OBJECT

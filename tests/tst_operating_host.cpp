@@ -1,16 +1,17 @@
-#include <QApplication>
-#include <QDesktopServices>
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "Support.h"
 #include "base/Deployment.h"
 #include "installer/AddressBlocks.h"
 #include "installer/CpuSnapshot.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 

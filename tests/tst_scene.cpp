@@ -1,9 +1,3 @@
-#include <QAccessible>
-#include <QApplication>
-#include <QDesktopServices>
-#include <QFileDialog>
-#include <QQuickItem>
-
 #include "ClosedWindows.h"
 #include "Support.h"
 #include "api/KQHttpManager.h"
@@ -12,6 +6,12 @@
 #include "base/Deployment.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QQuickItem>
 
 namespace {
 

@@ -1,12 +1,13 @@
+#include "Support.h"
+#include "settings/DataManager.h"
+
 #include <QQmlEngine>
 #include <QScreen>
 
 #include <csignal>
+
 #include <sys/resource.h>
 #include <sys/stat.h>
-
-#include "Support.h"
-#include "settings/DataManager.h"
 
 class TestSettings : public QObject {
     Q_OBJECT

@@ -1,6 +1,6 @@
-#include <QRawFont>
-
 #include "Support.h"
+
+#include <QRawFont>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include <unistd.h>
-
 #include "Support.h"
 #include "packaging/uninstall/Removal.h"
+
+#include <unistd.h>
 
 namespace {
 

@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <cstdio>
+
 #include <unistd.h>
 
 namespace {

@@ -1,13 +1,13 @@
 #include "bench/functions/LoopbackAnswers.h"
 
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <string>
 
 namespace {
 

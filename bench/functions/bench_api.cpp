@@ -1,4 +1,7 @@
-#include <benchmark/benchmark.h>
+#include "api/KQHttpManager.h"
+#include "base/Deployment.h"
+#include "bench/functions/LoopbackAnswers.h"
+#include "settings/DataManager.h"
 
 #include <QEventLoop>
 #include <QHttpMultiPart>
@@ -8,10 +11,7 @@
 #include <QNetworkProxy>
 #include <QNetworkReply>
 
-#include "api/KQHttpManager.h"
-#include "base/Deployment.h"
-#include "bench/functions/LoopbackAnswers.h"
-#include "settings/DataManager.h"
+#include <benchmark/benchmark.h>
 
 namespace {
 

@@ -1,15 +1,14 @@
-#include <benchmark/benchmark.h>
+#include "lines/LineBuilder.h"
+#include "lines/LineCatalogue.h"
+#include "lines/LineInfo.h"
+#include "lines/LineInfoListModel.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <benchmark/benchmark.h>
 #include <malloc.h>
-
-#include "lines/LineBuilder.h"
-#include "lines/LineCatalogue.h"
-#include "lines/LineInfo.h"
-#include "lines/LineInfoListModel.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include <benchmark/benchmark.h>
+#include "crypto/Encryption.h"
 
 #include <QCryptographicHash>
 
 #include <random>
 #include <string>
 
-#include "crypto/Encryption.h"
+#include <benchmark/benchmark.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include <benchmark/benchmark.h>
+#include "installer/Operating.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -8,13 +8,12 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <functional>
 #include <memory>
 
-#include "installer/Operating.h"
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 

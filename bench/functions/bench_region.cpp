@@ -1,12 +1,12 @@
-#include <benchmark/benchmark.h>
+#include "bench/functions/Allocations.h"
+#include "installer/AddressBlocks.h"
+#include "installer/Operating.h"
 
 #include <QStringList>
 
 #include <random>
 
-#include "bench/functions/Allocations.h"
-#include "installer/AddressBlocks.h"
-#include "installer/Operating.h"
+#include <benchmark/benchmark.h>
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include <benchmark/benchmark.h>
+#include "api/KQHttpManager.h"
+#include "api/RequestSignature.h"
+#include "base/Deployment.h"
 
 #include <QCryptographicHash>
 #include <QNetworkRequest>
 
-#include "api/KQHttpManager.h"
-#include "api/RequestSignature.h"
-#include "base/Deployment.h"
+#include <benchmark/benchmark.h>
 
 namespace {
 

@@ -5,7 +5,7 @@
 //
 // FILE gets the rows with tabs between name, measured value, relation, goal and details, for
 // scripts/bench.sh. A row without relation has no goal.
-#include <benchmark/benchmark.h>
+#include "bench/functions/Rows.h"
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/functions/Rows.h"
+#include <benchmark/benchmark.h>
 
 namespace {
 

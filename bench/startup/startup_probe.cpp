@@ -6,6 +6,9 @@
 // application object and an empty QQuickView of the same size. TASK is what happens at the first
 // frame: "quit" ends the process there, for whoever times it; "count" prints the number of objects
 // that the scene consists of; "stay" goes on, as "progress" does with the progress page.
+#include "app/StartUp.h"
+#include "base/Deployment.h"
+
 #include <QApplication>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -16,9 +19,6 @@
 #include <QTextStream>
 
 #include <unistd.h>
-
-#include "app/StartUp.h"
-#include "base/Deployment.h"
 
 int installerMain(int argc, char *argv[]); // app/main.cpp, renamed by the build
 

@@ -1,13 +1,13 @@
 #include "packaging/uninstall/Removal.h"
 
+#include "packaging/uninstall/DirectoryTree.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <optional>
-
-#include "packaging/uninstall/DirectoryTree.h"
 
 namespace {
 

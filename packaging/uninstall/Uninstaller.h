@@ -1,10 +1,10 @@
 #pragma once
 
+#include "packaging/uninstall/Removal.h"
+
 #include <QFutureWatcher>
 #include <QObject>
 #include <QStringList>
-
-#include "packaging/uninstall/Removal.h"
 
 // The removal as the window sees it. It works on a thread of the global pool.
 class Uninstaller : public QObject {

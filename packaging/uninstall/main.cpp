@@ -1,3 +1,8 @@
+#include "app/StartUp.h"
+#include "base/ExecutableDirectory.h"
+#include "packaging/uninstall/Uninstaller.h"
+#include "settings/DataManager.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
@@ -7,11 +12,6 @@
 #include <QTemporaryDir>
 
 #include <optional>
-
-#include "app/StartUp.h"
-#include "base/ExecutableDirectory.h"
-#include "packaging/uninstall/Uninstaller.h"
-#include "settings/DataManager.h"
 
 int main(int argc, char *argv[])
 {
