@@ -1,6 +1,6 @@
 #include "api/IpCheck.h"
 
-#include "api/ReplyEnvelope.h"
+#include "base/ReplyEnvelope.h"
 
 namespace {
 constexpr int retryLimit = 3; // compared with >=, for the scenes may set any count

@@ -15,7 +15,6 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QObject>
-#include <QPair>
 #include <QString>
 
 class DataManager;
@@ -164,7 +163,11 @@ signals:
 
 private:
     // Names and values of the form's fields, sent as UTF-8 in this order.
-    using Form = QList<QPair<QString, QString>>;
+    struct FormField {
+        const char *name;
+        QString value;
+    };
+    using Form = QList<FormField>;
 
     void post(Request request, const Form &form = {});
     const Endpoint *findEndpointOfUrl(const QString &url) const;

@@ -1,10 +1,10 @@
 #include "api/KQHttpManager.h"
 
 #include "api/FreshConnections.h"
-#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
 #include "base/Deployment.h"
 #include "base/FirstFrame.h"
+#include "base/ReplyEnvelope.h"
 #include "crypto/Encryption.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"

@@ -83,7 +83,7 @@ void KQHttpManager::post(Request request, const Form &form)
 {
     auto *multiPart = new QHttpMultiPart(QHttpMultiPart::FormDataType);
     for (const auto &[name, value] : form) {
-        addFormData(multiPart, name, value.toUtf8());
+        addFormData(multiPart, QString::fromLatin1(name), value.toUtf8());
     }
     httpRequestFormdate(m_baseAddress + QLatin1String(endpointOf(request).path), multiPart);
 }

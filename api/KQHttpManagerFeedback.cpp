@@ -1,7 +1,7 @@
 #include "api/KQHttpManager.h"
 
-#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
+#include "base/ReplyEnvelope.h"
 #include "settings/DataManager.h"
 
 #include <QJsonArray>

@@ -1,9 +1,13 @@
 #include "api/KQHttpManager.h"
 
-#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
+#include "base/ReplyEnvelope.h"
+#include "base/TunnelMode.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -43,22 +47,14 @@ constexpr Port ports[] = {
     {"kcp", &DataManager::setKcpVpnPort, &DataManager::getKcpVpnPort, "kcpPort:"},
 };
 
-// The mode is the position, counted from 1. 0 means that none was chosen yet.
-constexpr const char *modeWords[] = {
-    "sarko2-udp", "sarko2-wss", "driver", "kcp", "openvpn", "l2tp", "vorn"};
-
 constexpr int linuxDefaultMode = 1; // sarko2-udp
 constexpr int linuxHighestMode = 2; // Linux has the two sarko2 tunnels only
 
 void storeDefaultMode(DataManager &settings, const QString &word)
 {
-    int mode = 0;
-    for (std::size_t i = 0; i < std::size(modeWords); ++i) {
-        if (word == QLatin1String(modeWords[i])) {
-            mode = static_cast<int>(i) + 1;
-            break;
-        }
-    }
+    const auto *const proposed = std::find_if(std::begin(tunnelModes), std::end(tunnelModes),
+        [&word](const TunnelMode &row) { return word == QLatin1String(row.word); });
+    int mode = proposed == std::end(tunnelModes) ? 0 : proposed->number;
     if (settings.getSystemType() == QLatin1String("linux") && mode > linuxHighestMode) {
         mode = linuxDefaultMode;
     }
@@ -79,7 +75,8 @@ void storeWhenPresent(DataManager &settings, const QJsonObject &object, const ch
 void KQHttpManager::getInitInfo()
 {
     // The server counts the other way round: "1" stands for an installation that is not the first.
-    post(Request::Init, {{"is_first_install", Operating().isFirstInstall() ? "0" : "1"}});
+    post(Request::Init,
+        {{"is_first_install", QString::number(Operating().isFirstInstall() ? 0 : 1)}});
 }
 
 void KQHttpManager::dealInitInfo(QJsonObject &object)

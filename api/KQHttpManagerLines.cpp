@@ -1,6 +1,6 @@
 #include "api/KQHttpManager.h"
 
-#include "api/ReplyEnvelope.h"
+#include "base/ReplyEnvelope.h"
 #include "lines/LineInfoListModel.h"
 
 void KQHttpManager::getAllLineInfo() { post(Request::AllLines); }

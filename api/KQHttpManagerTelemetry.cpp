@@ -1,7 +1,7 @@
 #include "api/KQHttpManager.h"
 
-#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
+#include "base/ReplyEnvelope.h"
 #include "settings/DataManager.h"
 
 #include <QHash>
@@ -15,10 +15,10 @@ void KQHttpManager::pushLog(
     }
     // Each event sends what the server stores for it, and nothing else of the arguments.
     const QHash<QString, Form> furtherFields{
-        {"p2p", {{"status", status}, {"info", info}}},
-        {"language", {{"type", type}, {"language", info}}},
-        {"sarko2", {{"status", status}}},
-        {"delay", {{"data", info}}},
+        {QStringLiteral("p2p"), {{"status", status}, {"info", info}}},
+        {QStringLiteral("language"), {{"type", type}, {"language", info}}},
+        {QStringLiteral("sarko2"), {{"status", status}}},
+        {QStringLiteral("delay"), {{"data", info}}},
     };
     post(Request::PushLog, Form{{"flag", flag}} + furtherFields.value(flag));
 }

@@ -1,8 +1,8 @@
 #include "api/KQHttpManager.h"
 
 #include "api/FreshConnections.h"
-#include "api/ReplyEnvelope.h"
 #include "base/DebugLine.h"
+#include "base/ReplyEnvelope.h"
 #include "settings/DataManager.h"
 
 namespace {

@@ -1,16 +1,19 @@
 #include "api/LinkLog.h"
 
+#include "base/TunnelMode.h"
+
+#include <algorithm>
 #include <ctime>
+#include <iterator>
 #include <utility>
 
 namespace {
 
 QString protocolName(int vpnMode)
 {
-    static constexpr const char *names[] = {
-        "Sarko-UDP", "Sarko-WSS", "Drive", "KCP", "OpenVPN(UDP)", "L2TP", "Vorn"};
-    const bool known = vpnMode >= 1 && vpnMode <= static_cast<int>(std::size(names));
-    return QString::fromLatin1(known ? names[vpnMode - 1] : "NotRecognized");
+    const auto *const mode = std::find_if(std::begin(tunnelModes), std::end(tunnelModes),
+        [vpnMode](const TunnelMode &row) { return row.number == vpnMode; });
+    return QString::fromLatin1(mode == std::end(tunnelModes) ? "NotRecognized" : mode->linkLogName);
 }
 
 } // namespace

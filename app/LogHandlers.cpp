@@ -59,9 +59,10 @@ void kqMessageOutput(QtMsgType type, const QMessageLogContext &context, const QS
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     const QString tag = QString::fromLatin1(levelOf(type).tag);
     // Concatenated, for a message may itself hold "%1".
-    QString fileLine = tag + "[" + time + "][Line:" + QString::number(context.line)
-        + "][Function:" + QLatin1String(context.function) + "][msg:" + msg + "]\r\n";
-    QString consoleLine = tag + msg + "\r\n";
+    QString fileLine = tag + QLatin1Char('[') + time + QLatin1String("][Line:")
+        + QString::number(context.line) + QLatin1String("][Function:")
+        + QLatin1String(context.function) + QLatin1String("][msg:") + msg + QLatin1String("]\r\n");
+    QString consoleLine = tag + msg + QLatin1String("\r\n");
     if (type == QtDebugMsg && !isDebug) {
         fileLine.clear();
         consoleLine.clear();
@@ -70,11 +71,11 @@ void kqMessageOutput(QtMsgType type, const QMessageLogContext &context, const QS
     if (openAllprint) {
         static QMutex mutex;
         const QMutexLocker locker(&mutex);
-        appendLine(executableDirectory() + "/log.txt", fileLine);
+        appendLine(executableDirectory() + QLatin1String("/log.txt"), fileLine);
     } else if (tag == QLatin1String("[Error]")) {
         static QMutex mutex;
         const QMutexLocker locker(&mutex);
-        appendLine(executableDirectory() + "/errorlog.txt", fileLine);
+        appendLine(executableDirectory() + QLatin1String("/errorlog.txt"), fileLine);
     }
 
     std::fprintf(stdout, "%s\n", consoleLine.toLocal8Bit().constData());
@@ -86,10 +87,12 @@ void outputMessage(QtMsgType type, const QMessageLogContext &context, const QStr
     static QMutex mutex;
     const QMutexLocker locker(&mutex);
 
-    const QString place = "File:(" + QString(QLatin1String(context.file)) + ") Line:("
-        + QString::number(context.line) + ")";
+    const QString place = QLatin1String("File:(") + QString(QLatin1String(context.file))
+        + QLatin1String(") Line:(") + QString::number(context.line) + QLatin1Char(')');
     const QString time =
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss ddd"));
+    const QLatin1Char blank(' ');
     appendLine(QStringLiteral("log.txt"),
-        QLatin1String(levelOf(type).word) + " " + place + " " + msg + " (" + time + ")");
+        QLatin1String(levelOf(type).word) + blank + place + blank + msg + QLatin1String(" (") + time
+            + QLatin1Char(')'));
 }

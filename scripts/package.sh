@@ -87,13 +87,13 @@ stage() {
     while IFS= read -r file; do
         if is_elf "$file"; then binaries+="${binaries:+;}$file"; fi
     done < <(find "$bundle" -type f)
-    cp "$build/app/VornInstall" "$build/packaging/uninstall/Uninstall" "$bundle/"
+    cp "$build/app/VornInstall" "$build/uninstaller/Uninstall" "$bundle/"
     strip "$bundle/VornInstall" "$bundle/Uninstall"
     [ -e "$bundle/small.ico" ] || cp "$root/qml/image/small.ico" "$bundle/"
     [ -e "$bundle/Channel.json" ] || printf '{"channel": "official"}\n' >"$bundle/Channel.json"
     quietly "$build/collect.log" cmake -DBUNDLE="$bundle" -DPAYLOAD="$payload" \
         -DPROGRAMS="VornInstall;Uninstall" -DPAYLOAD_BINARIES="$binaries" \
-        -DQML_SOURCES="$root/qml;$root/packaging/uninstall" \
+        -DQML_SOURCES="$root/qml;$root/uninstaller" \
         -DQT_PLUGINS="$(qmake -qt5 -query QT_INSTALL_PLUGINS)" \
         -DQT_QML="$(qmake -qt5 -query QT_INSTALL_QML)" -DQT_BINS="$(qmake -qt5 -query QT_HOST_BINS)" \
         -P "$root/packaging/collect.cmake"

@@ -24,6 +24,24 @@ template <typename... Values> struct Table {
     }
 };
 
+// Rows of a type with named fields. A "_data" function says `const Rows<Refusal> row;` and then
+// `row("position as text", {reply, "no", 2});`, its test `const auto [reply, message, position] =
+// Rows<Refusal>::fetch();`.
+template <typename Row> struct Rows {
+    Rows() { QTest::addColumn<std::any>("row"); }
+
+    void operator()(const char *name, const Row &row) const
+    {
+        QTest::newRow(name) << std::any(row);
+    }
+
+    static Row fetch()
+    {
+        QFETCH(std::any, row);
+        return std::any_cast<Row>(row);
+    }
+};
+
 inline QByteArray contentOf(const QString &path)
 {
     QFile file(path);

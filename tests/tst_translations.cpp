@@ -29,7 +29,7 @@ QSet<Key> textsUsed()
     static const QRegularExpression call(
         R"(\b(?:(?:qsTranslate|QT_TRANSLATE_NOOP)\(\s*"(\w+)["],\s*"|(?:qsTr|QT_TR_NOOP)\(\s*")([^"]*)["])");
     QSet<Key> used;
-    for (const char *folder : {VORN_SOURCE_DIR "/qml", VORN_SOURCE_DIR "/packaging/uninstall"}) {
+    for (const char *folder : {VORN_SOURCE_DIR "/qml", VORN_SOURCE_DIR "/uninstaller"}) {
         QDirIterator files(folder, {"*.qml"}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString qml = contentOf(files.next());

@@ -1,5 +1,5 @@
 #include "Support.h"
-#include "packaging/uninstall/Removal.h"
+#include "uninstaller/Removal.h"
 
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 #include "app/StartUp.h"
 #include "base/ExecutableDirectory.h"
-#include "packaging/uninstall/Uninstaller.h"
 #include "settings/DataManager.h"
+#include "uninstaller/Uninstaller.h"
 
 #include <QApplication>
 #include <QFile>

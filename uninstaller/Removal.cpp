@@ -1,6 +1,6 @@
-#include "packaging/uninstall/Removal.h"
+#include "uninstaller/Removal.h"
 
-#include "packaging/uninstall/DirectoryTree.h"
+#include "uninstaller/DirectoryTree.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "packaging/uninstall/Uninstaller.h"
+#include "uninstaller/Uninstaller.h"
 
 #include <QtConcurrent>
 

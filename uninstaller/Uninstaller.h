@@ -1,6 +1,6 @@
 #pragma once
 
-#include "packaging/uninstall/Removal.h"
+#include "uninstaller/Removal.h"
 
 #include <QFutureWatcher>
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "packaging/uninstall/DirectoryTree.h"
+#include "uninstaller/DirectoryTree.h"
 
 #include <QFile>
 #include <QList>

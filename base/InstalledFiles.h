@@ -1,0 +1,28 @@
+#pragma once
+
+// The names of what is installed and written, for all who write, read or remove it. A name that is
+// missing here would be left behind by the uninstaller.
+namespace InstalledFiles {
+
+// Beside the client, written by the installer.
+constexpr char clientLauncher[] = "VornRun.sh";
+constexpr char uninstallLauncher[] = "UninstallRun.sh";
+constexpr char client[] = "VORN";
+constexpr char uninstaller[] = "Uninstall";
+constexpr char icon[] = "small.ico";
+constexpr char manifest[] = "manifest.txt"; // every file of the bundle, one path a line
+
+// Written by the programs.
+constexpr char settings[] = "VornData.json";
+constexpr char commonUsedLines[] = "CommonUsedLine.json";
+constexpr char versionInfo[] = "VersionInfo.json";
+constexpr char updateInfo[] = "UpdateInfo.json";
+constexpr char errorLog[] = "errorlog.txt";
+
+// Supplied with the bundle.
+constexpr char channel[] = "Channel.json";
+
+constexpr char menuEntry[] = "/usr/share/applications/Vorn.desktop";
+constexpr char autostartEntry[] = "/etc/xdg/autostart/Vorn.desktop";
+
+} // namespace InstalledFiles
