@@ -4,6 +4,7 @@ import VORN.DataManager 1.0
 import VORN.KQHttpManager 1.0
 import VORN.Operating 1.0
 import "pages"
+import "parts"
 
 // The installer: the first page with its path panel, the progress page, the finish page.
 Rectangle {
@@ -163,14 +164,15 @@ Rectangle {
     }
 
     objectName: "mainWindow"
-    width: 640
-    height: 520
+    width: Theme.windowWidth
+    height: Theme.windowHeight
     color: "transparent"
     focus: true
 
     Component.onCompleted: forceActiveFocus()
-    onWidthChanged: width = 640
-    onHeightChanged: height = 520
+    onDpiScaleChanged: Theme.dpiScale = dpiScale
+    onWidthChanged: width = Theme.windowWidth
+    onHeightChanged: height = Theme.windowHeight
 
     KQHttpManager {
         id: httpMangerId
@@ -244,19 +246,19 @@ Rectangle {
 
     // Fills the notches that the page's round corners leave above the open panel.
     Rectangle {
-        y: 400
-        width: 640
+        y: Theme.pageHeight - 20
+        width: parent.width
         height: 40
         visible: pathPanel.visible
-        color: "#184f2a"
+        color: Theme.pageFootColor
     }
 
     InitialPage {
         id: initialPage
 
         objectName: "initialPage"
-        width: 640
-        height: 420
+        width: parent.width
+        height: Theme.pageHeight
         languageList: mainWindow.languageList
         panelOpen: mainWindow.pathPanelOpen
         onLanguageChosen: DataManager.changeLanguage(row)
@@ -269,9 +271,9 @@ Rectangle {
         id: pathPanel
 
         objectName: "pathPanel"
-        y: 420
-        width: 640
-        height: 100
+        y: Theme.pageHeight
+        width: parent.width
+        height: Theme.panelHeight
         visible: mainWindow.pathPanelOpen
         active: false
         asynchronous: true
@@ -283,8 +285,8 @@ Rectangle {
         id: installingPage
 
         objectName: "installingPage"
-        width: 640
-        height: 420
+        width: parent.width
+        height: Theme.pageHeight
         visible: false
         active: false
         asynchronous: true
@@ -295,8 +297,8 @@ Rectangle {
         id: finishPage
 
         objectName: "finishPage"
-        width: 640
-        height: 420
+        width: parent.width
+        height: Theme.pageHeight
         visible: false
         active: false
         asynchronous: true
@@ -316,7 +318,7 @@ Rectangle {
     }
 
     TitleBar {
-        width: 640
+        width: parent.width
         onMinimize: mainWindow.miniWindows()
         onClose: mainWindow.closeWindows()
     }

@@ -1,6 +1,6 @@
 import QtQuick 2.9
 import VORN.DataManager 1.0
-import "qrc:/pages"
+import "qrc:/parts"
 
 // The first of many names under a heading, and how many more there are.
 Column {

@@ -2,13 +2,14 @@ import QtQuick 2.9
 import QtQuick.Window 2.2
 import VORN.DataManager 1.0
 import "qrc:/VORN"
-import "qrc:/pages"
+import "qrc:/parts"
 
 // The uninstaller: it asks once, removes, and tells what was kept.
 Rectangle {
     id: root
 
     property string page: "question" // then "removing", then "result"
+    readonly property real dpiScale: DataManager.getDpiScale()
 
     function startRemoval() {
         page = "removing";
@@ -27,6 +28,7 @@ Rectangle {
     color: "transparent"
     focus: true
     Keys.onEscapePressed: closeWindow()
+    onDpiScaleChanged: Theme.dpiScale = dpiScale
     Component.onCompleted: forceActiveFocus()
 
     Binding {

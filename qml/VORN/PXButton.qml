@@ -1,6 +1,7 @@
 import QtQuick 2.9
 import QtQuick.Controls 1.3
 import QtQuick.Controls.Styles 1.2
+import "../parts"
 
 Button {
     id: root
@@ -16,7 +17,7 @@ Button {
     TextMetrics {
         id: metrics
 
-        font.family: "Microsoft YaHei UI"
+        font.family: Theme.fontFamily
         text: root.text
     }
 

@@ -1,6 +1,6 @@
 import QtQuick 2.9
 import QtQuick.Controls 1.3
-import "../pages"
+import "../parts"
 
 Rectangle {
     id: root
@@ -85,7 +85,7 @@ Rectangle {
         wrapMode: Text.WordWrap
         text: root.btText
         color: area.pressed ? root.pressedTextColor : root.releaseTextColor
-        font.family: "Microsoft YaHei UI"
+        font.family: Theme.fontFamily
         font.pointSize: root.fontSize
     }
 

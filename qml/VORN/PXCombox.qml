@@ -1,4 +1,5 @@
 import QtQuick 2.9
+import "../parts"
 
 FocusScope {
     id: root
@@ -76,7 +77,7 @@ FocusScope {
             anchors.centerIn: parent
             visible: root.showSelectInBtn
             color: "white"
-            font.family: "Microsoft YaHei UI"
+            font.family: Theme.fontFamily
             // The scene that uses this control declares dpiScale.
             font.pointSize: 7 / (typeof dpiScale === "undefined" ? 1 : dpiScale)
         }

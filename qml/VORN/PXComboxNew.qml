@@ -1,5 +1,5 @@
 import QtQuick 2.9
-import "../pages"
+import "../parts"
 
 Rectangle {
     id: root
@@ -133,7 +133,7 @@ Rectangle {
             minimumPointSize: root.textSize * 0.6
             visible: root.showSelectInBtn
             color: "white"
-            font.family: "Microsoft YaHei UI"
+            font.family: Theme.fontFamily
             font.pointSize: root.textSize
         }
     }
@@ -173,7 +173,7 @@ Rectangle {
 
         onOpenChanged: {
             if (open && list.status === Loader.Null)
-                list.setSource("../pages/ComboList.qml", { "combo": root });
+                list.setSource("../parts/ComboList.qml", { "combo": root });
             if (open && list.item)
                 list.item.selection.clear();
         }

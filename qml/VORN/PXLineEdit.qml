@@ -1,5 +1,5 @@
 import QtQuick 2.9
-import "../pages"
+import "../parts"
 
 FocusScope {
     id: root
@@ -42,7 +42,7 @@ FocusScope {
         visible: input.activeFocus || input.text !== ""
         text: root.placeholderText
         color: root.inputError ? "#c84031" : input.activeFocus ? "#58aa64" : "#666666"
-        font.family: "Microsoft YaHei UI"
+        font.family: Theme.fontFamily
         font.pointSize: root.pointSize - 2
     }
 
@@ -71,7 +71,7 @@ FocusScope {
         activeFocusOnTab: true
         selectByMouse: true
         selectionColor: "#5ead67"
-        font.family: "Microsoft YaHei UI"
+        font.family: Theme.fontFamily
         font.pointSize: root.pointSize
         Accessible.role: Accessible.EditableText
         Accessible.name: root.placeholderText

@@ -1,5 +1,5 @@
 import QtQuick 2.9
-import "../pages"
+import "../parts"
 
 FocusScope {
     id: root
@@ -60,7 +60,7 @@ FocusScope {
         activeFocusOnTab: true
         selectByMouse: true
         selectionColor: "#5ead67"
-        font.family: "Microsoft YaHei UI"
+        font.family: Theme.fontFamily
         font.pointSize: root.pointSize
         Accessible.role: Accessible.EditableText
         Accessible.name: root.accessibleName

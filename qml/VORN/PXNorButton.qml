@@ -1,5 +1,5 @@
 import QtQuick 2.9
-import "../pages"
+import "../parts"
 
 Rectangle {
     id: root
@@ -131,7 +131,7 @@ Rectangle {
         color: internal.phase === "" ? root.textColor
                                      : internal.phase === "in" ? root.pressedTextColor
                                                                : root.releaseTextColor
-        font.family: "Microsoft YaHei UI"
+        font.family: Theme.fontFamily
         font.pointSize: root.pointSize
         font.underline: root.underLine
     }

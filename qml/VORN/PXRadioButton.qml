@@ -1,7 +1,7 @@
 import QtQuick 2.9
 import QtQuick.Controls 1.3
 import QtQuick.Controls.Styles 1.2
-import "../pages"
+import "../parts"
 
 Rectangle {
     id: root
@@ -89,7 +89,7 @@ Rectangle {
                     textFormat: Text.RichText
                     wrapMode: Text.WordWrap
                     color: root.radioTextColor
-                    font.family: "Microsoft YaHei UI"
+                    font.family: Theme.fontFamily
                     font.pointSize: root.pointSize
                 }
             }

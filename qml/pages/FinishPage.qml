@@ -1,19 +1,19 @@
 import QtQuick 2.9
 import VORN.DataManager 1.0
 import "../VORN"
+import "../parts"
 
 Rectangle {
     id: root
 
-    readonly property real dpiScale: DataManager.getDpiScale()
     property bool complete: false
     property alias tryItNowButton: tryItNowButton
 
     signal tryItNow()
     signal buttonTextChanged(real textLength)
 
-    radius: 12
-    color: "#2a7039"
+    radius: Theme.pageRadius
+    color: Theme.pageColor
 
     Component.onCompleted: complete = true
 
@@ -26,11 +26,9 @@ Rectangle {
         objectName: "finishText"
         anchors.horizontalCenter: parent.horizontalCenter
         y: 236
-        baseSize: 16
+        baseSize: Theme.headlineText
         font.bold: true
         text: qsTranslate("main", "Finish Installation") + DataManager.emptyString
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     PXNorButton {
@@ -40,11 +38,11 @@ Rectangle {
         x: (parent.width - width) / 2
         y: 300
         width: Math.max(192, textLength() + 50)
-        height: 48
-        radius: 24
+        height: Theme.buttonHeight
+        radius: height / 2
         padOrStretch: false
-        pointSize: 13 / root.dpiScale
-        textColor: "#246b36"
+        pointSize: Theme.points(13)
+        textColor: Theme.buttonTextColor
         btText: qsTranslate("main", "Try It Now") + DataManager.emptyString
         btIcon: "qrc:/image/useNowBtnBg.png"
         pressedIcon: "qrc:/image/installBtnBgHover.png"

@@ -1,11 +1,11 @@
 import QtQuick 2.9
 import VORN.DataManager 1.0
 import "../VORN"
+import "../parts"
 
 Rectangle {
     id: root
 
-    readonly property real dpiScale: DataManager.getDpiScale()
     property var languageList: []
     property bool panelOpen: false
     property alias languageBox: languageBox
@@ -29,8 +29,8 @@ Rectangle {
         quickInstallButton.width = Math.max(182, quickInstallButton.textLength() + 50);
     }
 
-    radius: 12
-    color: background.status === Image.Ready ? "transparent" : "#2a7039"
+    radius: Theme.pageRadius
+    color: background.status === Image.Ready ? "transparent" : Theme.pageColor
 
     Image {
         id: background
@@ -62,7 +62,7 @@ Rectangle {
         popListHeight: 126
         popTopMargin: 6
         positonY: 0
-        textSize: 10 / root.dpiScale
+        textSize: Theme.points(Theme.smallText)
         padOrStretch: false
         nomerPic: "qrc:/image/comboxBg.png"
         pressPic: "qrc:/image/comboxBgHover.png"
@@ -89,11 +89,11 @@ Rectangle {
         x: (parent.width - width) / 2
         y: 296
         width: 182
-        height: 48
-        radius: 24
+        height: Theme.buttonHeight
+        radius: height / 2
         padOrStretch: false
-        pointSize: 11 / root.dpiScale
-        textColor: "#246b36"
+        pointSize: Theme.points(Theme.normalText)
+        textColor: Theme.buttonTextColor
         btText: qsTranslate("main", "Quick Install") + DataManager.emptyString
         btIcon: "qrc:/image/installBtnBg.png"
         pressedIcon: "qrc:/image/installBtnBgHover.png"
@@ -105,8 +105,8 @@ Rectangle {
     }
 
     Row {
-        x: 27
-        y: 374
+        x: Theme.margin
+        y: Theme.footTop
         height: 26
         spacing: 6
 
@@ -118,7 +118,7 @@ Rectangle {
             active: false
             asynchronous: true
             visible: status === Loader.Ready
-            source: "SceneCheckBox.qml"
+            source: "../parts/SceneCheckBox.qml"
             onLoaded: {
                 item.objectName = "acceptCheckBox";
                 item.text = Qt.binding(function() { return acceptPicture.text; });
@@ -142,12 +142,12 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: textLength()
             height: 22
-            radius: 3
+            radius: Theme.smallRadius
             enabled: false
             underLine: agreementButton.enabled
-            pointSize: 11 / root.dpiScale
-            textColor: agreementButton.enabled ? "white" : "#bfe5c6"
-            pressedTextColor: "#bfe5c6"
+            pointSize: Theme.points(Theme.normalText)
+            textColor: agreementButton.enabled ? Theme.textColor : Theme.quietTextColor
+            pressedTextColor: Theme.quietTextColor
             btText: qsTranslate("main", "Vorn license agreement") + DataManager.emptyString
             onClicked: root.openAgreement()
         }
@@ -157,15 +157,15 @@ Rectangle {
         id: customPathButton
 
         objectName: "customPathButton"
-        x: 613 - width
-        y: 374
+        x: root.width - Theme.margin - width
+        y: Theme.footTop
         width: textLength() + 20
         height: 26
-        radius: 3
+        radius: Theme.smallRadius
         textLeftMargin: -1
-        pointSize: 11 / root.dpiScale
-        textColor: "white"
-        pressedTextColor: "#bfe5c6"
+        pointSize: Theme.points(Theme.normalText)
+        textColor: Theme.textColor
+        pressedTextColor: Theme.quietTextColor
         btText: qsTranslate("main", "Custom path >") + DataManager.emptyString
         onClicked: root.togglePanel()
 

@@ -1,5 +1,6 @@
 import QtQuick 2.9
 import VORN.DataManager 1.0
+import "../parts"
 
 // One of the pictures that the progress page shows in turn, with what it says about the product.
 Item {
@@ -27,11 +28,9 @@ Item {
         objectName: "headline"
         anchors.horizontalCenter: parent.horizontalCenter
         y: 250
-        baseSize: 16
+        baseSize: Theme.headlineText
         font.bold: true
         text: qsTranslate("main", root.headline) + DataManager.emptyString
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     Row {
@@ -53,7 +52,7 @@ Item {
                 }
 
                 SceneText {
-                    baseSize: 11
+                    baseSize: Theme.normalText
                     text: qsTranslate("main", modelData) + DataManager.emptyString
                 }
             }

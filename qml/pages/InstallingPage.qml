@@ -2,6 +2,7 @@ import QtQuick 2.9
 import QtQuick.Controls 1.3
 import QtQuick.Controls.Styles 1.2
 import VORN.DataManager 1.0
+import "../parts"
 
 Rectangle {
     id: root
@@ -49,8 +50,8 @@ Rectangle {
             stage = next;
     }
 
-    radius: 12
-    color: "#2a7039"
+    radius: Theme.pageRadius
+    color: Theme.pageColor
 
     Repeater {
         model: root.stages
@@ -69,11 +70,9 @@ Rectangle {
 
     SceneText {
         objectName: "installingText"
-        x: 27
-        y: 346
+        x: Theme.margin
+        y: Theme.footTextTop
         text: qsTranslate("main", "Installing...") + DataManager.emptyString
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     SceneText {
@@ -81,7 +80,7 @@ Rectangle {
 
         objectName: "percentText"
         anchors.right: progressBar.right
-        y: 346
+        y: Theme.footTextTop
         text: "0%"
     }
 
@@ -89,8 +88,8 @@ Rectangle {
         id: progressBar
 
         objectName: "progressBar"
-        x: 27
-        y: 374
+        x: Theme.margin
+        y: Theme.footTop
         width: 586
         height: 8
         maximumValue: 100

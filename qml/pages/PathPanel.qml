@@ -1,11 +1,11 @@
 import QtQuick 2.9
 import VORN.DataManager 1.0
 import "../VORN"
+import "../parts"
 
 Rectangle {
     id: root
 
-    readonly property real dpiScale: DataManager.getDpiScale()
     property alias path: pathField.text
     readonly property string defaultPath: DataManager.getSystemType() === "linux"
         ? qsTranslate("main", "/opt/VornVPN") : qsTranslate("main", "C:\\Program Files\\VornVPN")
@@ -14,8 +14,8 @@ Rectangle {
 
     signal browse()
 
-    radius: 12
-    color: "#308742"
+    radius: Theme.pageRadius
+    color: Theme.panelColor
 
     // Once: what the user types survives a change of the language.
     Component.onCompleted: path = defaultPath
@@ -31,24 +31,22 @@ Rectangle {
         x: 28
         y: 16
         width: 584 - 10 - browseButton.width
-        height: 34
+        height: Theme.fieldHeight
         textLeftPadding: 12
-        pointSize: 10 / root.dpiScale
-        color: "#333333"
+        pointSize: Theme.points(Theme.smallText)
+        color: Theme.fieldTextColor
         enterImage: "qrc:/image/lineEditBg.png"
         exitImge: "qrc:/image/lineEditBg.png"
         placeholderText: root.defaultPath + DataManager.emptyString
         accessibleName: qsTranslate("main", "Installation directory") + DataManager.emptyString
     }
 
-    Rectangle {
+    FocusRing {
         anchors.fill: pathField
         anchors.margins: -3
-        visible: pathField.activeFocus
+        focusItem: pathField
         radius: 7
-        color: "transparent"
-        border.width: 2
-        border.color: "#a5dfb0"
+        border.color: Theme.outlineColor
     }
 
     PXNorButton {
@@ -58,12 +56,12 @@ Rectangle {
         x: 612 - width
         y: 16
         width: textLength() > 88 ? textLength() + 40 : 88
-        height: 34
+        height: Theme.fieldHeight
         radius: 5
         padOrStretch: false
         hoverOpacity: 0.85
-        pointSize: 11 / root.dpiScale
-        textColor: "white"
+        pointSize: Theme.points(Theme.normalText)
+        textColor: Theme.textColor
         btText: qsTranslate("main", "Browse") + DataManager.emptyString
         btIcon: "qrc:/image/rightBg.png"
         onClicked: root.browse()

@@ -1,9 +1,12 @@
 import QtQuick 2.9
 import VORN.DataManager 1.0
 import "../VORN"
+import "../parts"
 
 Item {
     id: root
+
+    property bool closable: true
 
     signal minimize()
     signal close()
@@ -22,7 +25,7 @@ Item {
         anchors.left: badge.right
         anchors.leftMargin: 8
         anchors.verticalCenter: badge.verticalCenter
-        baseSize: 14
+        baseSize: Theme.titleText
         text: qsTranslate("main", "VornVPN") + DataManager.emptyString
     }
 
@@ -32,8 +35,8 @@ Item {
         anchors.verticalCenter: badge.verticalCenter
         width: 22
         height: 17
-        radius: 3
-        pressedColor: "#40ffffff"
+        radius: Theme.smallRadius
+        pressedColor: Theme.hoverColor
         btIcon: "qrc:/image/mini.png"
         Accessible.name: qsTranslate("main", "Minimize") + DataManager.emptyString
         onClicked: root.minimize()
@@ -47,8 +50,10 @@ Item {
         anchors.verticalCenter: badge.verticalCenter
         width: 18
         height: 16
-        radius: 3
-        pressedColor: "#40ffffff"
+        radius: Theme.smallRadius
+        enabled: root.closable
+        opacity: root.closable ? 1 : 0.5
+        pressedColor: Theme.hoverColor
         btIcon: "qrc:/image/main_close.png"
         Accessible.name: qsTranslate("main", "Close") + DataManager.emptyString
         onClicked: root.close()

@@ -22,7 +22,9 @@ Item {
 
         x: tick.width + 8
         anchors.verticalCenter: parent.verticalCenter
-        baseSize: 11
+        baseSize: Theme.normalText
         text: parent.text
+        // The check box tells it.
+        Accessible.ignored: true
     }
 }

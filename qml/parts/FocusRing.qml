@@ -11,5 +11,5 @@ Rectangle {
     radius: parent.radius + 4
     color: "transparent"
     border.width: 2
-    border.color: "white"
+    border.color: Theme.focusColor
 }

@@ -56,7 +56,7 @@ TableView {
             height: parent.height - 1
             radius: 3
             visible: styleData.selected || styleData.row === table.combo.nowIndex
-            color: "#f2f9f3"
+            color: Theme.listRowColor
         }
     }
 
@@ -65,8 +65,9 @@ TableView {
             x: 10
             anchors.verticalCenter: parent.verticalCenter
             text: styleData.value
-            color: rowArea.containsMouse ? "#308236" : styleData.selected ? "#4373fb" : "#333333"
-            font.family: "Microsoft YaHei UI"
+            color: rowArea.containsMouse ? Theme.listHoverTextColor
+                                         : styleData.selected ? Theme.listMarkedTextColor : Theme.listTextColor
+            font.family: Theme.fontFamily
             font.pointSize: table.combo.textSize
             Accessible.role: Accessible.ListItem
             Accessible.name: text

@@ -1,0 +1,11 @@
+import QtQuick 2.9
+
+Text {
+    property real baseSize: Theme.smallText
+
+    color: Theme.textColor
+    font.family: Theme.fontFamily
+    font.pointSize: Theme.points(baseSize)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}
