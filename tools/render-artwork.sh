@@ -1,6 +1,7 @@
 #!/bin/sh
 # Renders the SVG sources in qml/image/svg to the PNG files and the window icon that the
-# image bundle holds. The same sources and tools always give the same bytes.
+# image bundle holds: NAME.png, and NAME@2x.png in twice its size for screens that are scaled. The
+# same sources and tools always give the same bytes.
 #
 # usage: tools/render-artwork.sh [output directory]      (default: qml/image)
 set -eu
@@ -35,7 +36,8 @@ render() { # source name, width, height, "palette" or "full", PNG file
 # PNG name            source             width height colours
 while read -r name source width height colours; do
     render "$source" "$width" "$height" "$colours" "$work/$name.png"
-    mv "$work/$name.png" "$out/$name.png"
+    render "$source" $((2 * width)) $((2 * height)) "$colours" "$work/$name@2x.png"
+    mv "$work/$name.png" "$work/$name@2x.png" "$out"
 done <<'TABLE'
 bg                    bg                   640  420  palette
 chooseDirPageBg       chooseDirPageBg      640  100  full
