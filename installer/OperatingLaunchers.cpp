@@ -1,9 +1,12 @@
 #include "installer/Operating.h"
 
 #include "base/DebugLine.h"
+#include "base/InstalledFiles.h"
 #include "installer/ShellCommand.h"
 #include "installer/TextFile.h"
 #include "settings/DataManager.h"
+
+#include <QCoreApplication>
 
 namespace {
 
@@ -58,9 +61,14 @@ bool Operating::creatUninstallRunShell()
 bool Operating::addLinkToDeskTopLinux()
 {
     // The sign-in page hands its result to the client through this URL scheme.
-    return writeAndRun("/usr/share/applications/Vorn.desktop",
+    const bool written = writeAndRun(InstalledFiles::menuEntry,
         desktopEntryText() + QStringLiteral("MimeType=x-scheme-handler/VORN;\n"),
         "chmod 777 /usr/share/applications/Vorn.desktop");
+    if (!written) {
+        emit entryNotWritten(
+            QCoreApplication::translate("main", "The menu entry could not be created."));
+    }
+    return written;
 }
 
 bool Operating::deleteLinkToDeskTopLinux()
@@ -73,8 +81,13 @@ bool Operating::addAutoStartUp()
 {
     debugLine() << "addAutoStartUp------------->";
     deleteAutoStartUp();
-    return writeAndRun("/etc/xdg/autostart/Vorn.desktop", desktopEntryText(),
+    const bool written = writeAndRun(InstalledFiles::autostartEntry, desktopEntryText(),
         "chmod +x /etc/xdg/autostart/Vorn.desktop");
+    if (!written) {
+        emit entryNotWritten(QCoreApplication::translate(
+            "main", "VornVPN could not be set to start automatically."));
+    }
+    return written;
 }
 
 bool Operating::deleteAutoStartUp()

@@ -87,7 +87,7 @@ bool Operating::facebookLogin()
 
 bool Operating::joinTelegramGroup() { return openUrl(Deployment::current().chatGroupLink); }
 
-QString Operating::systemType() const
+QString Operating::systemType()
 {
     QString type = QSysInfo::productType();
     debugLine() << "systemType:" << type;
