@@ -25,6 +25,7 @@ class FreshConnections;
 // getHttpCode(). GUI thread only.
 class KQHttpManager : public QObject {
     Q_OBJECT
+    Q_CLASSINFO("QML.Element", "KQHttpManager") // for cmake/TypeDescriptions.cmake
     Q_PROPERTY(QString testDomainName READ getTestDomainName WRITE setTestDomainName)
     Q_PROPERTY(int getMyIPNum READ getGetMyIPNum WRITE setGetMyIPNum RESET resetGetMyIPNum)
 

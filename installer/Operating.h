@@ -23,6 +23,7 @@ class CopyListener;
 //     Operating::waitForCopies(); // before the process ends
 class Operating : public QObject {
     Q_OBJECT
+    Q_CLASSINFO("QML.Element", "Operating") // for cmake/TypeDescriptions.cmake
 
 public:
     explicit Operating(QObject *parent = nullptr);

@@ -20,6 +20,8 @@ class QTranslator;
 // what has to survive the process is written by the file operations, when a caller asks for it.
 class DataManager : public QObject {
     Q_OBJECT
+    Q_CLASSINFO("QML.Element", "DataManager") // for cmake/TypeDescriptions.cmake
+    Q_CLASSINFO("QML.Singleton", "true")
     // Always empty. The scene appends it to every translated text, so that each languageChanged()
     // makes the engine evaluate, and thereby translate, all of them again.
     Q_PROPERTY(QString emptyString READ getEmptyString NOTIFY languageChanged)
