@@ -5,6 +5,7 @@
 #include "api/RequestSignature.h"
 #include "base/Deployment.h"
 #include "crypto/Encryption.h"
+#include "installer/Operating.h"
 #include "settings/DataManager.h"
 
 namespace {
@@ -165,6 +166,10 @@ private slots:
         QStringList expected;
         for (const QStringList &cells : tableBelow("## Requests")) {
             expected += codeIn(cells[0]);
+        }
+        if (Operating::getMac().isEmpty()) { // a machine without an adapter has no name to send
+            expected.removeAll("_salt");
+            expected.removeAll("_sn");
         }
         UserInfo user; // an empty value is not sent
         user.setUid(42);
