@@ -11,6 +11,8 @@ constexpr char client[] = "VORN";
 constexpr char uninstaller[] = "Uninstall";
 constexpr char icon[] = "small.ico";
 constexpr char manifest[] = "manifest.txt"; // every file of the bundle, one path a line
+// What earlier versions brought and this one does not, written before their manifest is replaced.
+constexpr char previousManifest[] = "manifest.old.txt";
 
 // Written by the programs.
 constexpr char settings[] = "VornData.json";

@@ -1,6 +1,8 @@
 #include "installer/CopyQueue.h"
 
+#include "installer/CopyReport.h"
 #include "installer/DirectoryCopy.h"
+#include "installer/EarlierManifest.h"
 
 #include <QCoreApplication>
 #include <QtConcurrent>
@@ -23,11 +25,10 @@ bool isThreadToBeHad()
 
 void copy(const CopyQueue::Job &job)
 {
-    const bool copied = copyDirectoryTree(
+    keepEarlierManifest(job.fromDir, job.toDir);
+    const CopyOutcome outcome = copyDirectoryTree(
         job.fromDir, job.toDir, job.cover, [&job] { job.listener->directoryDone(); });
-    job.listener->ended(copied,
-        copied ? QString()
-               : QCoreApplication::translate("main", "VornVPN could not be installed there."));
+    job.listener->ended(outcome.isCopied(), copyReport(outcome, job.fromDir));
 }
 
 } // namespace

@@ -2,8 +2,7 @@
 
 #include "base/ExecutableDirectory.h"
 #include "installer/CopyQueue.h"
-
-#include <QDir>
+#include "installer/PathLook.h"
 
 Operating::Operating(QObject *parent)
     : QObject(parent)
@@ -21,10 +20,9 @@ QString Operating::getCurrentPath() { return executableDirectory(); }
 
 void Operating::lookAtInstallPath(const QString &path)
 {
-    QMetaObject::invokeMethod(
-        this,
-        [this, path] {
-            emit installPathLookedAt(path, QString(), QUrl::fromLocalFile(QDir::homePath()));
-        },
-        Qt::QueuedConnection);
+    if (m_pathLook == nullptr) {
+        m_pathLook = new PathLook(this);
+        connect(m_pathLook, &PathLook::looked, this, &Operating::installPathLookedAt);
+    }
+    m_pathLook->start(path);
 }

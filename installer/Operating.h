@@ -9,6 +9,7 @@
 #include <memory>
 
 class CopyListener;
+class PathLook;
 
 // The installer's work on the host. Everything runs on the calling thread but the copy that
 // copyDirectoryFilesThread() starts, the looks of lookAtInstallPath() and the ...Thread twins of
@@ -135,4 +136,5 @@ signals:
 
 private:
     std::shared_ptr<CopyListener> m_copyListener; // shared with the copies that this object started
+    PathLook *m_pathLook = nullptr; // a child, made by the first lookAtInstallPath()
 };

@@ -7,8 +7,17 @@
 #include "settings/DataManager.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 namespace {
+
+constexpr mode_t runnableByAll = 0777; // and to be changed by all, as the field has it
+constexpr mode_t runnable = 0755;
+
+constexpr char menuEntryNotWritten[] =
+    QT_TRANSLATE_NOOP("main", "The menu entry could not be created.");
+constexpr char autostartNotWritten[] =
+    QT_TRANSLATE_NOOP("main", "The automatic start could not be set up.");
 
 // The client brings its own Qt and needs the rights of root. Nothing is quoted, and the blanks are
 // doubled, as every client in the field has it.
@@ -35,40 +44,48 @@ QString desktopEntryText()
         + QStringLiteral("/small.ico\nCategories=Development;\n");
 }
 
-bool writeAndRun(const char *file, const QString &text, const char *command)
+// The command goes by name. Where somebody else could put a link in place of the name while root
+// works, it is left out: the descriptor has set the mode.
+WrittenFile writeAndRun(const QString &file, const QString &text, mode_t mode, const char *command)
 {
-    if (!writeTextFile(QString::fromLatin1(file), text)) {
-        return false;
+    const WrittenFile result = writeTextFile(file, text, mode);
+    if (result.isOpened && !Directory::open(QFileInfo(file).path()).isExposed()) {
+        runShellCommand(QString::fromLatin1(command));
     }
-    runShellCommand(QString::fromLatin1(command));
-    return true;
+    return result;
+}
+
+bool writeLauncher(const char *name, const char *program, const char *command)
+{
+    const QString file = QStringLiteral("./") + QLatin1String(name);
+    const QString text = launcherText(QString::fromLatin1(program));
+    return writeAndRun(file, text, runnableByAll, command).isOpened;
 }
 
 } // namespace
 
 bool Operating::creatVornRunShell()
 {
-    return writeAndRun(
-        "./VornRun.sh", launcherText(QStringLiteral("VORN")), "chmod 777 ./VornRun.sh");
+    return writeLauncher(
+        InstalledFiles::clientLauncher, InstalledFiles::client, "chmod 777 ./VornRun.sh");
 }
 
 bool Operating::creatUninstallRunShell()
 {
-    return writeAndRun("./UninstallRun.sh", launcherText(QStringLiteral("Uninstall")),
+    return writeLauncher(InstalledFiles::uninstallLauncher, InstalledFiles::uninstaller,
         "chmod 777 ./UninstallRun.sh");
 }
 
 bool Operating::addLinkToDeskTopLinux()
 {
     // The sign-in page hands its result to the client through this URL scheme.
-    const bool written = writeAndRun(InstalledFiles::menuEntry,
-        desktopEntryText() + QStringLiteral("MimeType=x-scheme-handler/VORN;\n"),
+    const WrittenFile result = writeAndRun(QString::fromLatin1(InstalledFiles::menuEntry),
+        desktopEntryText() + QStringLiteral("MimeType=x-scheme-handler/VORN;\n"), runnableByAll,
         "chmod 777 /usr/share/applications/Vorn.desktop");
-    if (!written) {
-        emit entryNotWritten(
-            QCoreApplication::translate("main", "The menu entry could not be created."));
+    if (!result.isWritten) {
+        emit entryNotWritten(QCoreApplication::translate("main", menuEntryNotWritten));
     }
-    return written;
+    return result.isOpened;
 }
 
 bool Operating::deleteLinkToDeskTopLinux()
@@ -81,13 +98,12 @@ bool Operating::addAutoStartUp()
 {
     debugLine() << "addAutoStartUp------------->";
     deleteAutoStartUp();
-    const bool written = writeAndRun(InstalledFiles::autostartEntry, desktopEntryText(),
-        "chmod +x /etc/xdg/autostart/Vorn.desktop");
-    if (!written) {
-        emit entryNotWritten(QCoreApplication::translate(
-            "main", "VornVPN could not be set to start automatically."));
+    const WrittenFile result = writeAndRun(QString::fromLatin1(InstalledFiles::autostartEntry),
+        desktopEntryText(), runnable, "chmod +x /etc/xdg/autostart/Vorn.desktop");
+    if (!result.isWritten) {
+        emit entryNotWritten(QCoreApplication::translate("main", autostartNotWritten));
     }
-    return written;
+    return result.isOpened;
 }
 
 bool Operating::deleteAutoStartUp()

@@ -13,9 +13,38 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr int processWaitMs = 30000;
+constexpr mode_t batchFileMode = 0644;
+
+// A download cannot be run. As for the launchers, the command is left out where its name could
+// become a link while root works, and a link of that name is never followed there.
+void makeInstallerRunnable()
+{
+    const QByteArray name("VornInstall.run");
+    const Directory here = Directory::open(QStringLiteral("."));
+    if (geteuid() == 0) {
+        const int handle =
+            openat(here.handle(), name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        struct stat status { };
+        const bool isFile = handle >= 0 && fstat(handle, &status) == 0 && S_ISREG(status.st_mode);
+        if (isFile) {
+            fchmod(handle, 0777);
+        }
+        if (handle >= 0) {
+            close(handle);
+        }
+        if (!isFile || here.isExposed()) {
+            return;
+        }
+    }
+    runShellCommand(QStringLiteral("chmod 777 ./VornInstall.run"));
+}
 
 } // namespace
 
@@ -29,6 +58,9 @@ bool Operating::doOtherExe(const QString &path, const QStringList &args)
 
 bool Operating::killProcess(const QString &name)
 {
+    if (!isProcessName(name)) {
+        return false;
+    }
     runShellCommand(QStringLiteral("ps -ef | grep ") + name
         + QStringLiteral("| grep -v grep | awk '{print $2}' | xargs kill -9"));
     return false;
@@ -36,6 +68,9 @@ bool Operating::killProcess(const QString &name)
 
 bool Operating::checkExeIsRun(const QString &name)
 {
+    if (!isProcessName(name)) {
+        return false;
+    }
     QProcess process;
     process.start(QStringLiteral("sh"),
         {QStringLiteral("-c"), QString(QStringLiteral("ps | grep ") + name)}, QIODevice::ReadWrite);
@@ -103,7 +138,7 @@ bool Operating::doInstallExe()
             settings->getInstallPath() + QStringLiteral("/VornInstall.exe"), {});
     }
     debugLine() << "do VornInstall.run 1";
-    runShellCommand(QStringLiteral("chmod 777 ./VornInstall.run"));
+    makeInstallerRunnable();
     const bool started = QProcess::startDetached(QStringLiteral("./VornInstall.run"), {});
     debugLine() << "do VornInstall.run 2:" << started;
     return started;
@@ -135,7 +170,7 @@ bool Operating::deleteCurExeFile(const QString &path)
                                           "echo %time%\r\n"
                                           "rd /s /q \"")
         + path + QStringLiteral("\"\r\n");
-    writeTextFile(QStringLiteral("./deal.bat"), script);
+    writeTextFile(QStringLiteral("./deal.bat"), script, batchFileMode);
     debugLine() << "strValue:" << script;
     return QProcess::startDetached(QStringLiteral("deal.bat"), {});
 }

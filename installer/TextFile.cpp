@@ -1,18 +1,14 @@
 #include "installer/TextFile.h"
 
-#include <QByteArray>
 #include <QFile>
+#include <QFileInfo>
 
-#include <cstdio>
-
-bool writeTextFile(const QString &path, const QString &text)
+WrittenFile writeTextFile(const QString &path, const QString &text, mode_t mode)
 {
-    std::FILE *file = std::fopen(QFile::encodeName(path).constData(), "w");
-    if (file == nullptr) {
-        return false;
+    const QFileInfo file(path);
+    const Directory directory = Directory::open(file.path());
+    if (!directory.isOpen()) {
+        return {};
     }
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), file);
-    std::fclose(file);
-    return true;
+    return writeFile(directory, QFile::encodeName(file.fileName()), text.toUtf8(), mode);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "installer/Directory.h"
+
 #include <QString>
 
-// Creates or truncates the file and writes the UTF-8 form of the text in one piece. False only when
-// the file cannot be opened; a full disk is not told.
-bool writeTextFile(const QString &path, const QString &text);
+// writeFile() of the text's UTF-8 form, for a path. The last part of the path is never followed
+// when it is a link.
+WrittenFile writeTextFile(const QString &path, const QString &text, mode_t mode);

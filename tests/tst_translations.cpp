@@ -23,14 +23,15 @@ Catalogue readCatalogue(const QString &language)
     return catalogue;
 }
 
-// What the scenes ask the translator for. qsTr() takes the file's name as context.
+// What the scenes and the sources ask the translator for. qsTr() takes the file's name as context.
 QSet<Key> textsUsed()
 {
     static const QRegularExpression call(
         R"(\b(?:(?:qsTranslate|QT_TRANSLATE_NOOP)\(\s*"(\w+)["],\s*"|(?:qsTr|QT_TR_NOOP)\(\s*")([^"]*)["])");
     QSet<Key> used;
-    for (const char *folder : {VORN_SOURCE_DIR "/qml", VORN_SOURCE_DIR "/uninstaller"}) {
-        QDirIterator files(folder, {"*.qml"}, QDir::Files, QDirIterator::Subdirectories);
+    for (const char *folder :
+        {VORN_SOURCE_DIR "/qml", VORN_SOURCE_DIR "/uninstaller", VORN_SOURCE_DIR "/installer"}) {
+        QDirIterator files(folder, {"*.qml", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString qml = contentOf(files.next());
             for (auto found = call.globalMatch(qml); found.hasNext();) {

@@ -96,6 +96,94 @@
         <translation>جرّبه الآن</translation>
     </message>
     <message>
+        <source>“%1” could not be written to “%2”: %3.</source>
+        <translation>تعذّرت كتابة «%1» في «%2»: %3.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be created: %2.</source>
+        <translation>تعذّر إنشاء «%1»: %2.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>تعذّرت قراءة «%1»: %2.</translation>
+    </message>
+    <message>
+        <source>Not copied: %1 of %2 files.</source>
+        <translation>الملفات غير المنسوخة: %1 من %2.</translation>
+    </message>
+    <message>
+        <source>no rights</source>
+        <translation>لا توجد صلاحية</translation>
+    </message>
+    <message>
+        <source>no room on the disk</source>
+        <translation>لا توجد مساحة على القرص</translation>
+    </message>
+    <message>
+        <source>no such directory</source>
+        <translation>لا يوجد مجلد كهذا</translation>
+    </message>
+    <message>
+        <source>something else has this name</source>
+        <translation>هذا الاسم مستخدم لشيء آخر</translation>
+    </message>
+    <message>
+        <source>the disk is read-only</source>
+        <translation>القرص للقراءة فقط</translation>
+    </message>
+    <message>
+        <source>a link of somebody else has this name</source>
+        <translation>هذا الاسم رابط لمستخدم آخر</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>ليس ملفًا عاديًا</translation>
+    </message>
+    <message>
+        <source>a name in it is no text</source>
+        <translation>يحتوي على اسم غير مقروء</translation>
+    </message>
+    <message>
+        <source>unknown reason</source>
+        <translation>السبب غير معروف</translation>
+    </message>
+    <message>
+        <source>The menu entry could not be created.</source>
+        <translation>تعذّر إنشاء عنصر القائمة.</translation>
+    </message>
+    <message>
+        <source>The automatic start could not be set up.</source>
+        <translation>تعذّر إعداد التشغيل التلقائي.</translation>
+    </message>
+    <message>
+        <source>Leads to “%1”.</source>
+        <translation>يؤدي إلى «%1».</translation>
+    </message>
+    <message>
+        <source>Needs administrator rights.</source>
+        <translation>يتطلب صلاحيات المسؤول.</translation>
+    </message>
+    <message>
+        <source>Nothing can be written there.</source>
+        <translation>لا يمكن الكتابة هناك.</translation>
+    </message>
+    <message>
+        <source>Too little room: %1 MB needed, %2 MB free.</source>
+        <translation>المساحة غير كافية: المطلوب %1 م.ب، المتاح %2 م.ب.</translation>
+    </message>
+    <message>
+        <source>“%1” is not a directory.</source>
+        <translation>«%1» ليس مجلدًا.</translation>
+    </message>
+    <message>
+        <source>“%1” does not exist.</source>
+        <translation>«%1» غير موجود.</translation>
+    </message>
+    <message>
+        <source>The installation found there will be updated.</source>
+        <translation>سيُحدَّث التثبيت الموجود هناك.</translation>
+    </message>
+    <message>
         <source>&lt; Return</source>
         <translation>&lt; رجوع</translation>
     </message>

@@ -96,6 +96,94 @@
         <translation>立即体验</translation>
     </message>
     <message>
+        <source>“%1” could not be written to “%2”: %3.</source>
+        <translation>无法将“%1”写入“%2”：%3。</translation>
+    </message>
+    <message>
+        <source>“%1” could not be created: %2.</source>
+        <translation>无法创建“%1”：%2。</translation>
+    </message>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>无法读取“%1”：%2。</translation>
+    </message>
+    <message>
+        <source>Not copied: %1 of %2 files.</source>
+        <translation>未复制：%2 个文件中的 %1 个。</translation>
+    </message>
+    <message>
+        <source>no rights</source>
+        <translation>没有权限</translation>
+    </message>
+    <message>
+        <source>no room on the disk</source>
+        <translation>磁盘空间不足</translation>
+    </message>
+    <message>
+        <source>no such directory</source>
+        <translation>没有此目录</translation>
+    </message>
+    <message>
+        <source>something else has this name</source>
+        <translation>该名称已被占用</translation>
+    </message>
+    <message>
+        <source>the disk is read-only</source>
+        <translation>磁盘是只读的</translation>
+    </message>
+    <message>
+        <source>a link of somebody else has this name</source>
+        <translation>该名称是其他用户的链接</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>不是普通文件</translation>
+    </message>
+    <message>
+        <source>a name in it is no text</source>
+        <translation>其中有无法识别的名称</translation>
+    </message>
+    <message>
+        <source>unknown reason</source>
+        <translation>原因不明</translation>
+    </message>
+    <message>
+        <source>The menu entry could not be created.</source>
+        <translation>无法创建菜单项。</translation>
+    </message>
+    <message>
+        <source>The automatic start could not be set up.</source>
+        <translation>无法设置自动启动。</translation>
+    </message>
+    <message>
+        <source>Leads to “%1”.</source>
+        <translation>指向“%1”。</translation>
+    </message>
+    <message>
+        <source>Needs administrator rights.</source>
+        <translation>需要管理员权限。</translation>
+    </message>
+    <message>
+        <source>Nothing can be written there.</source>
+        <translation>该位置无法写入。</translation>
+    </message>
+    <message>
+        <source>Too little room: %1 MB needed, %2 MB free.</source>
+        <translation>空间不足：需要 %1 MB，可用 %2 MB。</translation>
+    </message>
+    <message>
+        <source>“%1” is not a directory.</source>
+        <translation>“%1”不是目录。</translation>
+    </message>
+    <message>
+        <source>“%1” does not exist.</source>
+        <translation>“%1”不存在。</translation>
+    </message>
+    <message>
+        <source>The installation found there will be updated.</source>
+        <translation>将更新该处已有的安装。</translation>
+    </message>
+    <message>
         <source>&lt; Return</source>
         <translation>&lt; 返回</translation>
     </message>

@@ -96,6 +96,94 @@
         <translation>立即體驗</translation>
     </message>
     <message>
+        <source>“%1” could not be written to “%2”: %3.</source>
+        <translation>無法將「%1」寫入「%2」：%3。</translation>
+    </message>
+    <message>
+        <source>“%1” could not be created: %2.</source>
+        <translation>無法建立「%1」：%2。</translation>
+    </message>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>無法讀取「%1」：%2。</translation>
+    </message>
+    <message>
+        <source>Not copied: %1 of %2 files.</source>
+        <translation>未複製：%2 個檔案中的 %1 個。</translation>
+    </message>
+    <message>
+        <source>no rights</source>
+        <translation>沒有權限</translation>
+    </message>
+    <message>
+        <source>no room on the disk</source>
+        <translation>磁碟空間不足</translation>
+    </message>
+    <message>
+        <source>no such directory</source>
+        <translation>沒有此目錄</translation>
+    </message>
+    <message>
+        <source>something else has this name</source>
+        <translation>此名稱已被占用</translation>
+    </message>
+    <message>
+        <source>the disk is read-only</source>
+        <translation>磁碟是唯讀的</translation>
+    </message>
+    <message>
+        <source>a link of somebody else has this name</source>
+        <translation>此名稱是其他使用者的連結</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>不是一般檔案</translation>
+    </message>
+    <message>
+        <source>a name in it is no text</source>
+        <translation>其中有無法辨識的名稱</translation>
+    </message>
+    <message>
+        <source>unknown reason</source>
+        <translation>原因不明</translation>
+    </message>
+    <message>
+        <source>The menu entry could not be created.</source>
+        <translation>無法建立選單項目。</translation>
+    </message>
+    <message>
+        <source>The automatic start could not be set up.</source>
+        <translation>無法設定自動啟動。</translation>
+    </message>
+    <message>
+        <source>Leads to “%1”.</source>
+        <translation>指向「%1」。</translation>
+    </message>
+    <message>
+        <source>Needs administrator rights.</source>
+        <translation>需要系統管理員權限。</translation>
+    </message>
+    <message>
+        <source>Nothing can be written there.</source>
+        <translation>該位置無法寫入。</translation>
+    </message>
+    <message>
+        <source>Too little room: %1 MB needed, %2 MB free.</source>
+        <translation>空間不足：需要 %1 MB，可用 %2 MB。</translation>
+    </message>
+    <message>
+        <source>“%1” is not a directory.</source>
+        <translation>「%1」不是目錄。</translation>
+    </message>
+    <message>
+        <source>“%1” does not exist.</source>
+        <translation>「%1」不存在。</translation>
+    </message>
+    <message>
+        <source>The installation found there will be updated.</source>
+        <translation>將更新該處已有的安裝。</translation>
+    </message>
+    <message>
         <source>&lt; Return</source>
         <translation>&lt; 返回</translation>
     </message>

@@ -96,6 +96,94 @@
         <translation>Try It Now</translation>
     </message>
     <message>
+        <source>“%1” could not be written to “%2”: %3.</source>
+        <translation>“%1” could not be written to “%2”: %3.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be created: %2.</source>
+        <translation>“%1” could not be created: %2.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>“%1” could not be read: %2.</translation>
+    </message>
+    <message>
+        <source>Not copied: %1 of %2 files.</source>
+        <translation>Not copied: %1 of %2 files.</translation>
+    </message>
+    <message>
+        <source>no rights</source>
+        <translation>no rights</translation>
+    </message>
+    <message>
+        <source>no room on the disk</source>
+        <translation>no room on the disk</translation>
+    </message>
+    <message>
+        <source>no such directory</source>
+        <translation>no such directory</translation>
+    </message>
+    <message>
+        <source>something else has this name</source>
+        <translation>something else has this name</translation>
+    </message>
+    <message>
+        <source>the disk is read-only</source>
+        <translation>the disk is read-only</translation>
+    </message>
+    <message>
+        <source>a link of somebody else has this name</source>
+        <translation>a link of somebody else has this name</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>not a regular file</translation>
+    </message>
+    <message>
+        <source>a name in it is no text</source>
+        <translation>a name in it is no text</translation>
+    </message>
+    <message>
+        <source>unknown reason</source>
+        <translation>unknown reason</translation>
+    </message>
+    <message>
+        <source>The menu entry could not be created.</source>
+        <translation>The menu entry could not be created.</translation>
+    </message>
+    <message>
+        <source>The automatic start could not be set up.</source>
+        <translation>The automatic start could not be set up.</translation>
+    </message>
+    <message>
+        <source>Leads to “%1”.</source>
+        <translation>Leads to “%1”.</translation>
+    </message>
+    <message>
+        <source>Needs administrator rights.</source>
+        <translation>Needs administrator rights.</translation>
+    </message>
+    <message>
+        <source>Nothing can be written there.</source>
+        <translation>Nothing can be written there.</translation>
+    </message>
+    <message>
+        <source>Too little room: %1 MB needed, %2 MB free.</source>
+        <translation>Too little room: %1 MB needed, %2 MB free.</translation>
+    </message>
+    <message>
+        <source>“%1” is not a directory.</source>
+        <translation>“%1” is not a directory.</translation>
+    </message>
+    <message>
+        <source>“%1” does not exist.</source>
+        <translation>“%1” does not exist.</translation>
+    </message>
+    <message>
+        <source>The installation found there will be updated.</source>
+        <translation>The installation found there will be updated.</translation>
+    </message>
+    <message>
         <source>&lt; Return</source>
         <translation>&lt; Return</translation>
     </message>

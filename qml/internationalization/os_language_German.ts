@@ -96,6 +96,94 @@
         <translation>Jetzt ausprobieren</translation>
     </message>
     <message>
+        <source>“%1” could not be written to “%2”: %3.</source>
+        <translation>„%1“ konnte nicht nach „%2“ geschrieben werden: %3.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be created: %2.</source>
+        <translation>„%1“ konnte nicht angelegt werden: %2.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>„%1“ konnte nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>Not copied: %1 of %2 files.</source>
+        <translation>Nicht kopiert: %1 von %2 Dateien.</translation>
+    </message>
+    <message>
+        <source>no rights</source>
+        <translation>keine Rechte</translation>
+    </message>
+    <message>
+        <source>no room on the disk</source>
+        <translation>kein Platz auf dem Datenträger</translation>
+    </message>
+    <message>
+        <source>no such directory</source>
+        <translation>kein solches Verzeichnis</translation>
+    </message>
+    <message>
+        <source>something else has this name</source>
+        <translation>etwas anderes hat diesen Namen</translation>
+    </message>
+    <message>
+        <source>the disk is read-only</source>
+        <translation>der Datenträger ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>a link of somebody else has this name</source>
+        <translation>eine Verknüpfung eines anderen Benutzers hat diesen Namen</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>a name in it is no text</source>
+        <translation>ein Name darin ist kein Text</translation>
+    </message>
+    <message>
+        <source>unknown reason</source>
+        <translation>Grund unbekannt</translation>
+    </message>
+    <message>
+        <source>The menu entry could not be created.</source>
+        <translation>Der Menüeintrag konnte nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>The automatic start could not be set up.</source>
+        <translation>Der automatische Start konnte nicht eingerichtet werden.</translation>
+    </message>
+    <message>
+        <source>Leads to “%1”.</source>
+        <translation>Führt nach „%1“.</translation>
+    </message>
+    <message>
+        <source>Needs administrator rights.</source>
+        <translation>Benötigt Administratorrechte.</translation>
+    </message>
+    <message>
+        <source>Nothing can be written there.</source>
+        <translation>Dorthin kann nichts geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Too little room: %1 MB needed, %2 MB free.</source>
+        <translation>Zu wenig Platz: %1 MB nötig, %2 MB frei.</translation>
+    </message>
+    <message>
+        <source>“%1” is not a directory.</source>
+        <translation>„%1“ ist kein Verzeichnis.</translation>
+    </message>
+    <message>
+        <source>“%1” does not exist.</source>
+        <translation>„%1“ existiert nicht.</translation>
+    </message>
+    <message>
+        <source>The installation found there will be updated.</source>
+        <translation>Die dort gefundene Installation wird aktualisiert.</translation>
+    </message>
+    <message>
         <source>&lt; Return</source>
         <translation>&lt; Zurück</translation>
     </message>

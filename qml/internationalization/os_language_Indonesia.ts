@@ -96,6 +96,94 @@
         <translation>Coba Sekarang</translation>
     </message>
     <message>
+        <source>“%1” could not be written to “%2”: %3.</source>
+        <translation>“%1” tidak dapat ditulis ke “%2”: %3.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be created: %2.</source>
+        <translation>“%1” tidak dapat dibuat: %2.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>“%1” tidak dapat dibaca: %2.</translation>
+    </message>
+    <message>
+        <source>Not copied: %1 of %2 files.</source>
+        <translation>Tidak disalin: %1 dari %2 berkas.</translation>
+    </message>
+    <message>
+        <source>no rights</source>
+        <translation>tidak ada izin</translation>
+    </message>
+    <message>
+        <source>no room on the disk</source>
+        <translation>tidak ada ruang pada disk</translation>
+    </message>
+    <message>
+        <source>no such directory</source>
+        <translation>direktori tidak ada</translation>
+    </message>
+    <message>
+        <source>something else has this name</source>
+        <translation>nama ini sudah dipakai</translation>
+    </message>
+    <message>
+        <source>the disk is read-only</source>
+        <translation>disk hanya dapat dibaca</translation>
+    </message>
+    <message>
+        <source>a link of somebody else has this name</source>
+        <translation>tautan milik pengguna lain memakai nama ini</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>bukan berkas biasa</translation>
+    </message>
+    <message>
+        <source>a name in it is no text</source>
+        <translation>ada nama di dalamnya yang bukan teks</translation>
+    </message>
+    <message>
+        <source>unknown reason</source>
+        <translation>sebab tidak diketahui</translation>
+    </message>
+    <message>
+        <source>The menu entry could not be created.</source>
+        <translation>Entri menu tidak dapat dibuat.</translation>
+    </message>
+    <message>
+        <source>The automatic start could not be set up.</source>
+        <translation>Mulai otomatis tidak dapat diatur.</translation>
+    </message>
+    <message>
+        <source>Leads to “%1”.</source>
+        <translation>Mengarah ke “%1”.</translation>
+    </message>
+    <message>
+        <source>Needs administrator rights.</source>
+        <translation>Memerlukan hak administrator.</translation>
+    </message>
+    <message>
+        <source>Nothing can be written there.</source>
+        <translation>Tidak ada yang dapat ditulis di sana.</translation>
+    </message>
+    <message>
+        <source>Too little room: %1 MB needed, %2 MB free.</source>
+        <translation>Ruang tidak cukup: perlu %1 MB, tersedia %2 MB.</translation>
+    </message>
+    <message>
+        <source>“%1” is not a directory.</source>
+        <translation>“%1” bukan direktori.</translation>
+    </message>
+    <message>
+        <source>“%1” does not exist.</source>
+        <translation>“%1” tidak ada.</translation>
+    </message>
+    <message>
+        <source>The installation found there will be updated.</source>
+        <translation>Instalasi yang ada di sana akan diperbarui.</translation>
+    </message>
+    <message>
         <source>&lt; Return</source>
         <translation>&lt; Kembali</translation>
     </message>

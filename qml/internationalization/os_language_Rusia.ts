@@ -96,6 +96,94 @@
         <translation>Попробовать</translation>
     </message>
     <message>
+        <source>“%1” could not be written to “%2”: %3.</source>
+        <translation>Не удалось записать «%1» в «%2»: %3.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be created: %2.</source>
+        <translation>Не удалось создать «%1»: %2.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be read: %2.</source>
+        <translation>Не удалось прочитать «%1»: %2.</translation>
+    </message>
+    <message>
+        <source>Not copied: %1 of %2 files.</source>
+        <translation>Не скопировано файлов: %1 из %2.</translation>
+    </message>
+    <message>
+        <source>no rights</source>
+        <translation>нет прав</translation>
+    </message>
+    <message>
+        <source>no room on the disk</source>
+        <translation>нет места на диске</translation>
+    </message>
+    <message>
+        <source>no such directory</source>
+        <translation>нет такого каталога</translation>
+    </message>
+    <message>
+        <source>something else has this name</source>
+        <translation>это имя уже занято</translation>
+    </message>
+    <message>
+        <source>the disk is read-only</source>
+        <translation>диск доступен только для чтения</translation>
+    </message>
+    <message>
+        <source>a link of somebody else has this name</source>
+        <translation>это имя занято ссылкой другого пользователя</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>a name in it is no text</source>
+        <translation>имя внутри не является текстом</translation>
+    </message>
+    <message>
+        <source>unknown reason</source>
+        <translation>причина неизвестна</translation>
+    </message>
+    <message>
+        <source>The menu entry could not be created.</source>
+        <translation>Не удалось создать пункт меню.</translation>
+    </message>
+    <message>
+        <source>The automatic start could not be set up.</source>
+        <translation>Не удалось настроить автозапуск.</translation>
+    </message>
+    <message>
+        <source>Leads to “%1”.</source>
+        <translation>Ведёт в «%1».</translation>
+    </message>
+    <message>
+        <source>Needs administrator rights.</source>
+        <translation>Нужны права администратора.</translation>
+    </message>
+    <message>
+        <source>Nothing can be written there.</source>
+        <translation>Запись туда невозможна.</translation>
+    </message>
+    <message>
+        <source>Too little room: %1 MB needed, %2 MB free.</source>
+        <translation>Мало места: нужно %1 МБ, свободно %2 МБ.</translation>
+    </message>
+    <message>
+        <source>“%1” is not a directory.</source>
+        <translation>«%1» не является каталогом.</translation>
+    </message>
+    <message>
+        <source>“%1” does not exist.</source>
+        <translation>«%1» не существует.</translation>
+    </message>
+    <message>
+        <source>The installation found there will be updated.</source>
+        <translation>Найденная там установка будет обновлена.</translation>
+    </message>
+    <message>
         <source>&lt; Return</source>
         <translation>&lt; Назад</translation>
     </message>

@@ -1,0 +1,64 @@
+#include "installer/EarlierManifest.h"
+
+#include "base/InstalledFiles.h"
+#include "installer/Directory.h"
+
+#include <QByteArrayList>
+#include <QFile>
+#include <QSet>
+
+#include <optional>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qint64 longestManifest = 16 * 1024 * 1024; // bytes; a real one has some hundred lines
+constexpr mode_t mode = 0644;
+
+// Only of a regular file that is no link.
+std::optional<QByteArrayList> linesOf(const Directory &directory, const char *name)
+{
+    const int handle =
+        openat(directory.handle(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    struct stat status { };
+    if (handle < 0 || fstat(handle, &status) != 0 || !S_ISREG(status.st_mode)
+        || status.st_size > longestManifest) {
+        if (handle >= 0) {
+            close(handle);
+        }
+        return std::nullopt;
+    }
+    QFile file;
+    file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    return file.read(longestManifest).split('\n');
+}
+
+} // namespace
+
+void keepEarlierManifest(const QString &bundle, const QString &target)
+{
+    const Directory to = Directory::open(target);
+    const Directory from = Directory::open(bundle);
+    const auto brought = linesOf(from, InstalledFiles::manifest);
+    const auto installed = linesOf(to, InstalledFiles::manifest);
+    if (!to.isOpen() || !brought || !installed) {
+        return;
+    }
+    const auto earlier = linesOf(to, InstalledFiles::previousManifest);
+    QSet<QByteArray> known(brought->begin(), brought->end());
+    QByteArray kept;
+    for (const QByteArray &line : earlier.value_or(QByteArrayList()) + *installed) {
+        if (!line.isEmpty() && !known.contains(line)) {
+            known.insert(line);
+            kept += line + '\n';
+        }
+    }
+    if (!kept.isEmpty()) {
+        writeFile(to, InstalledFiles::previousManifest, kept, mode);
+    } else if (earlier) {
+        unlinkat(to.handle(), InstalledFiles::previousManifest, 0);
+    }
+}
