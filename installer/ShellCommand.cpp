@@ -15,7 +15,7 @@ QString insideQuotes(const QString &text)
     // A backslash is an ordinary character but in front of these, of another one, of a line break
     // and of the closing quote.
     static const QRegularExpression special(QStringLiteral(R"((["$`]|\\(?=["$`\\\n]|\z)))"));
-    return QString(text).replace(special, QStringLiteral("\\\\\\1"));
+    return QString(text).replace(special, QStringLiteral("\\\\1"));
 }
 
 bool isProcessName(const QString &name)

@@ -1,25 +1,33 @@
+#include "OtherUser.h"
 #include "Support.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
 
+#include <thread>
+
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/stat.h>
+
 namespace {
 
-// What is planted below a new directory, as "directory/", "file=content" or "link->target"; what is
-// asked there; whether files are covered; the result; and what is there afterwards.
-using Case = Table<QStringList, QString, bool, int, QStringList>;
-
+// Plants, below a directory, what the entries say: "directory/", "file=content", "link->target" or
+// "pipe|".
 void plant(const QString &root, const QStringList &entries)
 {
     for (const QString &entry : entries) {
-        const QString path = root + '/' + entry.section(QRegularExpression("=|->"), 0, 0);
+        const QString path = root + '/' + entry.section(QRegularExpression("=|->|\\|"), 0, 0);
         QVERIFY(QDir().mkpath(entry.endsWith('/') ? path : QFileInfo(path).path()));
         if (entry.contains("->"))
             QVERIFY(QFile::link(entry.section("->", 1), path));
+        else if (entry.endsWith('|'))
+            QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
         else if (entry.contains('='))
             QVERIFY(put(path, entry.section('=', 1).toUtf8()));
     }
 }
 
+// What is there, in the same words.
 QStringList tree(const QString &root)
 {
     QStringList entries;
@@ -30,11 +38,59 @@ QStringList tree(const QString &root)
         const QFileInfo info = walk.fileInfo();
         entries += info.isSymLink() ? QString(name + "->" + info.symLinkTarget().section('/', -1))
             : info.isDir()          ? QString(name + '/')
-                                    : QString(name + '=' + contentOf(info.filePath()));
+            : info.isFile()         ? QString(name + '=' + contentOf(info.filePath()))
+                                    : QString(name + '|');
     }
     entries.sort();
     return entries;
 }
+
+int modeOf(const QString &path) { return int(QFile::permissions(path)) & 0x0777; }
+
+enum IfThere { Covered, Kept };
+enum Result { Fails, Succeeds };
+
+struct TreeCopy {
+    QStringList planted; // the source is s
+    QString target;
+    IfThere old;
+    Result result;
+    int directoriesDone;
+    QStringList found; // in the target
+};
+
+struct FailingCopy {
+    QStringList planted;
+    QString target;
+    void (*spoil)();
+    QString message; // ROOT stands for the directory of the test
+    QStringList found; // in the whole directory, but the source
+};
+
+struct Removal {
+    QStringList planted;
+    QString path;
+    Result result;
+    QStringList found;
+};
+
+struct Creation {
+    QStringList planted;
+    QString path;
+    bool isOverwriting;
+    Result result;
+    QStringList found;
+};
+
+struct Launcher {
+    QStringList planted;
+    bool isHisDirectory; // somebody else's
+    mode_t umask;
+    Result result;
+};
+
+void spoilNothing() { }
+void giveLinksAway() { QVERIFY(OtherUser::owns("way") && OtherUser::owns("t/d")); }
 
 } // namespace
 
@@ -55,37 +111,172 @@ private slots:
 
     void copiesATree_data()
     {
-        // clang-format off
-        const Case row; // the result is the number of signals n, or -1 - n of a copy that fails
-        row("three nested directories", {"s/a/b/f=1", "s/g=2"}, "t", false, 3, {"a/", "a/b/", "a/b/f=1", "g=2"});
-        row("hidden entries stay behind", {"s/.f=1", "s/.d/f=1", "s/f=2"}, "t", true, 1, {"f=2"});
-        row("links become copies", {"s/d/f=1", "s/e->d", "s/g->d/f", "s/x->none"}, "t", true, 3, {"d/", "d/f=1", "e/", "e/f=1", "g=1"});
-        row("an existing file is replaced", {"s/f=1", "t/f=old", "t/g=2"}, "t", true, 1, {"f=1", "g=2"});
-        row("an existing file stops the copy", {"s/a=1", "s/b=2", "s/c=3", "t/b=old"}, "t", false, -1, {"a=1", "b=old"});
-        row("a directory in its place", {"s/f=1", "t/f/"}, "t", true, -1, {"f/"});
-        row("a dangling link in its place", {"s/f=1", "t/f->none"}, "t", true, 1, {"f=1"});
-        row("a failure below", {"s/a/f=1", "s/b/f=2", "s/c=3", "t/b/f/"}, "t", true, -2, {"a/", "a/f=1", "b/", "b/f/"});
-        row("the parent is missing", {"s/f=1"}, "none/t", true, -1, {});
-        row("the parent is a file", {"s/f=1"}, "s/f/t", true, -1, {});
-        row("the source itself", {"s/f=1", "s/d/g=2"}, "s", true, 1, {"d/", "d/g=2", "f=1"});
-        row("the source by another way", {"s/f=1"}, "s/../s/", true, 1, {"f=1"});
-        row("the source behind a link", {"s/f=1", "t->s"}, "t", true, 1, {"f=1"});
-        row("a part is its own target", {"s/d/f=1", "t/d->../s/d"}, "t", true, 2, {"d->d"});
-        row("a target inside the source", {"s/d/f=1", "s/g=2"}, "s/d/t", true, 2, {"d/", "d/f=1", "g=2"});
-        row("a link to a parent directory", {"s/d/f=1", "s/d/up->..", "s/top->.."}, "t", true, 3, {"d/", "d/f=1", "top/"});
-        row("links into each other", {"s/a/b->../b", "s/b/a->../a"}, "t", true, 5, {"a/", "a/b/", "b/", "b/a/"});
-        // clang-format on
+        const Rows<TreeCopy> row;
+        row("three nested directories",
+            {{"s/a/b/f=1", "s/g=2"}, "t", Kept, Succeeds, 3, {"a/", "a/b/", "a/b/f=1", "g=2"}});
+        row("hidden entries stay behind",
+            {{"s/.f=1", "s/.d/f=1", "s/f=2"}, "t", Covered, Succeeds, 1, {"f=2"}});
+        row("links become copies",
+            {{"s/d/f=1", "s/e->d", "s/g->d/f", "s/x->none"}, "t", Covered, Succeeds, 3,
+                {"d/", "d/f=1", "e/", "e/f=1", "g=1"}});
+        row("a pipe is no entry", {{"s/f=1", "s/p|"}, "t", Covered, Succeeds, 1, {"f=1"}});
+        row("an existing file is replaced",
+            {{"s/f=1", "t/f=old", "t/g=2"}, "t", Covered, Succeeds, 1, {"f=1", "g=2"}});
+        row("an existing file stops the copy",
+            {{"s/a=1", "s/b=2", "s/c=3", "t/b=old"}, "t", Kept, Fails, 0, {"a=1", "b=old"}});
+        row("a directory in its place", {{"s/f=1", "t/f/"}, "t", Covered, Fails, 0, {"f/"}});
+        row("a dangling link in its place",
+            {{"s/f=1", "t/f->none"}, "t", Covered, Succeeds, 1, {"f=1"}});
+        row("a failure below",
+            {{"s/a/f=1", "s/b/f=2", "s/c=3", "t/b/f/"}, "t", Covered, Fails, 1,
+                {"a/", "a/f=1", "b/", "b/f/"}});
+        row("the parent is missing", {{"s/f=1"}, "none/t", Covered, Fails, 0, {}});
+        row("the parent is a file", {{"s/f=1"}, "s/f/t", Covered, Fails, 0, {}});
+        row("the source itself",
+            {{"s/f=1", "s/d/g=2"}, "s", Covered, Succeeds, 1, {"d/", "d/g=2", "f=1"}});
+        row("the source by another way", {{"s/f=1"}, "s/../s/", Covered, Succeeds, 1, {"f=1"}});
+        row("the source behind a link", {{"s/f=1", "t->s"}, "t", Covered, Succeeds, 1, {"f=1"}});
+        row("the source behind a link and back",
+            {{"s/d/f=1", "s/g=2", "x/into->../s/d"}, "x/into/..", Covered, Succeeds, 1,
+                {"d/", "d/f=1", "g=2"}});
+        row("a part is its own target",
+            {{"s/d/f=1", "t/d->../s/d"}, "t", Covered, Succeeds, 2, {"d->d"}});
+        row("a target inside the source",
+            {{"s/d/f=1", "s/g=2"}, "s/d/t", Covered, Succeeds, 2, {"d/", "d/f=1", "g=2"}});
+        row("a link to a parent directory",
+            {{"s/d/f=1", "s/d/up->..", "s/top->.."}, "t", Covered, Succeeds, 3,
+                {"d/", "d/f=1", "top/"}});
+        row("links into each other",
+            {{"s/a/b->../b", "s/b/a->../a"}, "t", Covered, Succeeds, 5,
+                {"a/", "a/b/", "b/", "b/a/"}});
     }
 
     void copiesATree()
     {
-        const auto [planted, path, isCovering, outcome, expected] = Case::fetch();
+        const auto [planted, path, old, result, directoriesDone, found] = Rows<TreeCopy>::fetch();
         plant(root, planted);
-        const QSignalSpy spy(&operating, &Operating::copyDirectorySuccess);
+        const QStringList source = tree(root + "/s");
+        const QSignalSpy done(&operating, &Operating::copyDirectorySuccess);
         const QString target = root + '/' + path;
-        const bool copied = operating.copyDirectoryFiles(root + "/s", target, isCovering);
-        QCOMPARE(copied ? spy.count() : -1 - spy.count(), outcome);
-        QCOMPARE(tree(target), expected);
+        QCOMPARE(
+            operating.copyDirectoryFiles(root + "/s", target, old == Covered), result == Succeeds);
+        QCOMPARE(done.count(), directoriesDone);
+        QCOMPARE(tree(target), found);
+        for (const QString &entry : source)
+            QVERIFY(tree(root + "/s").contains(entry));
+    }
+
+    void tellsWhyItFailed_data()
+    {
+        const Rows<FailingCopy> row;
+        row("the parent is missing",
+            {{"s/f=1", "s/g=2"}, "none/t", spoilNothing,
+                "“ROOT/none/t” could not be created: no such directory. Not copied: 2 of 2 files.",
+                {}});
+        row("a directory has the name of a file",
+            {{"s/a=1", "s/b=2", "t/b/"}, "t", spoilNothing,
+                "“b” could not be written to “ROOT/t”: something else has this name. "
+                "Not copied: 1 of 2 files.",
+                {"t/", "t/a=1", "t/b/"}});
+        row("a file has the name of the target",
+            {{"s/a=1", "t=old"}, "t", spoilNothing,
+                "“ROOT/t” could not be created: something else has this name. "
+                "Not copied: 1 of 1 files.",
+                {"t=old"}});
+        row("there is no source",
+            {{}, "t", spoilNothing,
+                "“ROOT/s” could not be read: no such directory. Not copied: 1 of 1 files.",
+                {"t/"}});
+        row("a link to a pipe",
+            {{"s/d/f->../p", "s/p|"}, "t", spoilNothing,
+                "“ROOT/s/d/f” could not be read: not a regular file. Not copied: 1 of 1 files.",
+                {"t/", "t/d/"}});
+        row("an endless device",
+            {{"s/f->/dev/zero"}, "t", spoilNothing,
+                "“ROOT/s/f” could not be read: not a regular file. Not copied: 1 of 1 files.",
+                {"t/"}});
+        row("a name that is no text",
+            {{"s/a=1"}, "t", [] { QVERIFY(close(creat("s/\xff", 0600)) == 0); },
+                "“ROOT/s” could not be read: a name in it is no text. Not copied: 1 of 1 files.",
+                {"t/"}});
+        row("a link of somebody else below the target",
+            {{"s/d/f=1", "t/d->../e", "way->e", "e/"}, "t", giveLinksAway,
+                "“ROOT/t/d” could not be created: a link of somebody else has this name. "
+                "Not copied: 1 of 1 files.",
+                {"e/", "t/", "t/d->e", "way->e"}});
+        row("a link of somebody else on the way",
+            {{"s/d/f=1", "t/d->../e", "way->e", "e/"}, "way/t", giveLinksAway,
+                "“ROOT/way/t” could not be created: a link of somebody else has this name. "
+                "Not copied: 1 of 1 files.",
+                {"e/", "t/", "t/d->e", "way->e"}});
+    }
+
+    void tellsWhyItFailed()
+    {
+        const auto [planted, target, spoil, message, found] = Rows<FailingCopy>::fetch();
+        if (spoil == giveLinksAway && !OtherUser::exists())
+            QSKIP("only root can be somebody else");
+        plant(root, planted);
+        spoil();
+        const QSignalSpy ended(&operating, &Operating::sendSystemCmdResult);
+        operating.copyDirectoryFilesThread(root + "/s", root + '/' + target, true);
+        Operating::waitForCopies();
+        QCOMPARE(ended.count(), 1);
+        QCOMPARE(ended[0], QVariantList({false, QString(message).replace("ROOT", root)}));
+        QStringList left = tree(root);
+        left.erase(std::remove_if(left.begin(), left.end(),
+                       [](const QString &entry) { return entry.startsWith("s/"); }),
+            left.end());
+        QCOMPARE(left, found);
+    }
+
+    void lackOfRightsIsTold()
+    {
+        if (!OtherUser::exists())
+            QSKIP("only root can be somebody else");
+        plant(root, {"s/d/f=1", "t/"});
+        QCOMPARE(chmod(".", 0755) + chmod("s/d", 0), 0);
+        const QSignalSpy ended(&operating, &Operating::sendSystemCmdResult);
+        {
+            const OtherUser::Rights rights;
+            QVERIFY(rights.isTaken);
+            operating.copyDirectoryFilesThread(root + "/s", root + "/t", true);
+            Operating::waitForCopies();
+            QVERIFY(!operating.copyDirectoryFiles(root + "/s/d", root + "/t", true)); // unreadable
+        }
+        QCOMPARE(ended[0].at(1).toString(),
+            "“" + root + "/t/d” could not be created: no rights. Not copied: 1 of 1 files.");
+    }
+
+    void hisDirectoryGetsOurFiles()
+    {
+        if (!OtherUser::exists())
+            QSKIP("only root can be somebody else");
+        plant(root, {"s/d/f=1", "s/g=2", "t/d/f=old", "t/g->../private", "private=kept"});
+        QVERIFY(OtherUser::owns("t") && OtherUser::owns("t/d") && OtherUser::owns("t/d/f")
+            && OtherUser::owns("t/g"));
+        QVERIFY(operating.copyDirectoryFiles(root + "/s", root + "/t", true));
+        QCOMPARE(tree(root + "/t"), tree(root + "/s"));
+        QCOMPARE(contentOf("private"), QByteArray("kept"));
+        QCOMPARE(QFileInfo("t/d/f").ownerId() + QFileInfo("t/g").ownerId(), 0U);
+        QVERIFY(!operating.copyDirectoryFiles(root + "/s", root + "/t", false));
+    }
+
+    void modesAreTheSources()
+    {
+        plant(root, {"s/open/f=1", "s/closed/f=1"});
+        QCOMPARE(chmod("s/open", 0755) + chmod("s/closed", 0750) + chmod("s/open/f", 0644), 0);
+        for (const mode_t mask : {077, 0}) {
+            const mode_t before = umask(mask);
+            const bool copied = operating.copyDirectoryFiles(root + "/s", root + "/t", true);
+            umask(before);
+            QVERIFY(copied);
+            QCOMPARE(modeOf("t/open/f"), 0x0644);
+            if (geteuid() == 0 || mask == 0) // a user may keep his own installation to himself
+                QCOMPARE(QList<int>({modeOf("t"), modeOf("t/open"), modeOf("t/closed")}),
+                    QList<int>({0x0755, 0x0755, 0x0750}));
+            QVERIFY(operating.DelDir(root + "/t"));
+        }
     }
 
     void copyOutlivesItsObject()
@@ -103,59 +294,189 @@ private slots:
         QCOMPARE(tree(root + "/u"), tree(root + "/s"));
     }
 
-    void removesOrCreates_data()
+    void everyCopyEndsOnceForTheObjectThatAskedForIt()
     {
-        // clang-format off
-        const Case row; // the result is true or false
-        row("remove: nothing there", {"k=1"}, "none", false, 1, {"k=1"});
-        row("remove: a file", {"k=1"}, "k", false, 1, {"k=1"});
-        row("remove: with its emptied parents", {"k=1", "p/q/r/f=1", "p/q/g=1"}, "p/q", false, 1, {"k=1"});
-        row("remove: only subdirectories", {"k=1", "p/q/r/", "p/q/s/"}, "p", false, 1, {"k=1"});
-        row("remove: a hidden entry stays", {"p/.h=1", "p/f=1"}, "p", false, 0, {"p/", "p/.h=1"});
-        row("remove: a link to a directory", {"o/f=1", "p/l->../o"}, "p", false, 1, {"o/", "o/f=1"});
-        row("remove: the path is a link", {"o/f=1", "p->o"}, "p/", false, 1, {"o/", "o/f=1"});
-        row("remove: a link whose target goes first", {"k=1", "p/a/f=1", "p/b->a/f"}, "p", false, 1, {"k=1"});
-        row("in the working directory", {}, "f.txt", false, 1, {"f.txt="});
-        row("in new directories", {}, "a/b/f.txt", true, 1, {"a/", "a/b/", "a/b/f.txt="});
-        row("no dot: only directories", {}, "a/b", true, 1, {"a/", "a/b/"});
-        row("a dot in the directory", {}, "a.d/b", true, 1, {"a.d/", "a.d/b="});
-        row("an old file is kept", {"f.txt=old"}, "f.txt", false, 1, {"f.txt=old"});
-        row("an old file is emptied", {"f.txt=old"}, "f.txt", true, 1, {"f.txt="});
-        row("the directory is a file", {"f=1"}, "f/g.txt", true, 0, {"f=1"});
-        row("the file is a directory", {"d.d/"}, "d.d", false, 0, {"d.d/"});
-        row("a directory cannot be overwritten", {"d.d/"}, "d.d", true, 0, {"d.d/"});
-        // clang-format on
+        plant(root, {"s/d/f=1"});
+        Operating other;
+        const QSignalSpy ended(&operating, &Operating::sendSystemCmdResult);
+        const QSignalSpy endedForOther(&other, &Operating::sendSystemCmdResult);
+        int directoriesBefore = 0;
+        connect(
+            &operating, &Operating::copyDirectorySuccess, this,
+            [&] { directoriesBefore += ended.isEmpty() ? 1 : 0; }, Qt::DirectConnection);
+        QVERIFY(operating.copyDirectoryFilesThread(root + "/s", root + "/t", false));
+        QVERIFY(operating.copyDirectoryFilesThread(root + "/s", root + "/t", false));
+        Operating::waitForCopies();
+        QVERIFY(operating.copyDirectoryFiles(root + "/s", root + "/u", false));
+        QCOMPARE(ended.count(), 2);
+        QCOMPARE(ended[0], QVariantList({true, QString()}));
+        QCOMPARE(ended[1].at(0), QVariant(false));
+        QCOMPARE(directoriesBefore, 2);
+        QVERIFY(endedForOther.isEmpty());
+        disconnect(&operating, nullptr, this, nullptr);
     }
 
-    void removesOrCreates()
+    void withoutAThreadTheCopyRunsWhereItIsWaitedFor()
     {
-        const auto [planted, path, isCovering, outcome, expected] = Case::fetch();
+        plant(root, {"s/f=1"});
+        pthread_attr_t usual;
+        pthread_attr_t none;
+        QVERIFY(pthread_getattr_default_np(&usual) == 0 && pthread_attr_init(&none) == 0);
+        constexpr std::size_t moreThanThereIs = std::size_t{1} << 46;
+        QCOMPARE(pthread_attr_setstacksize(&none, moreThanThereIs), 0);
+        QCOMPARE(pthread_setattr_default_np(&none), 0);
+        QThread *copiedBy = nullptr;
+        QSignalSpy ended(&operating, &Operating::sendSystemCmdResult);
+        connect(
+            &operating, &Operating::copyDirectorySuccess, this,
+            [&copiedBy] { copiedBy = QThread::currentThread(); }, Qt::DirectConnection);
+        operating.copyDirectoryFilesThread(root + "/s", root + "/t", false);
+        const bool isBegunBeforeReturn = QFile::exists("t");
+        Operating::waitForCopies();
+        operating.copyDirectoryFilesThread(root + "/s", root + "/u", false);
+        const bool isEndedByTheEventLoop = ended.wait();
+        QCOMPARE(pthread_setattr_default_np(&usual), 0);
+        disconnect(&operating, nullptr, this, nullptr);
+        QVERIFY(!isBegunBeforeReturn && isEndedByTheEventLoop);
+        QCOMPARE(copiedBy, thread());
+        QCOMPARE(ended.count(), 2);
+        QCOMPARE(tree(root + "/t") + tree(root + "/u"), QStringList({"f=1", "f=1"}));
+    }
+
+    void earlierManifestIsKept()
+    {
+        plant(root,
+            {"s/manifest.txt=VORN\nlib/new\n", "t/manifest.txt=VORN\nlib/old\nlib/new\n",
+                "t/manifest.old.txt=older\nVORN\n"});
+        const auto install = [this] {
+            operating.copyDirectoryFilesThread(root + "/s", root + "/t", true);
+            Operating::waitForCopies();
+        };
+        install();
+        QCOMPARE(contentOf("t/manifest.old.txt"), QByteArray("older\nlib/old\n"));
+        QCOMPARE(contentOf("t/manifest.txt"), contentOf("s/manifest.txt"));
+        QCOMPARE(modeOf("t/manifest.old.txt"), 0x0644);
+        install();
+        QCOMPARE(contentOf("t/manifest.old.txt"), QByteArray("older\nlib/old\n"));
+        plant(root, {"s/manifest.txt=VORN\nlib/new\nlib/old\nolder\n"});
+        install();
+        QVERIFY(!QFile::exists("t/manifest.old.txt"));
+    }
+
+    void removes_data()
+    {
+        const Rows<Removal> row;
+        row("nothing there", {{"k=1"}, "none", Succeeds, {"k=1"}});
+        row("a file", {{"k=1"}, "k", Succeeds, {"k=1"}});
+        row("with its emptied parents",
+            {{"k=1", "p/q/r/f=1", "p/q/g=1"}, "p/q", Succeeds, {"k=1"}});
+        row("only subdirectories", {{"k=1", "p/q/r/", "p/q/s/"}, "p", Succeeds, {"k=1"}});
+        row("a hidden entry stays", {{"p/.h=1", "p/f=1"}, "p", Fails, {"p/", "p/.h=1"}});
+        row("a link to a directory", {{"o/f=1", "p/l->../o"}, "p", Succeeds, {"o/", "o/f=1"}});
+        row("the path is a link", {{"o/f=1", "p->o"}, "p/", Succeeds, {"o/", "o/f=1"}});
+        row("a link whose target goes first",
+            {{"k=1", "p/a/f=1", "p/b->a/f"}, "p", Succeeds, {"k=1"}});
+        row("a pipe", {{"k=1", "p/a|"}, "p", Succeeds, {"k=1"}});
+    }
+
+    void removes()
+    {
+        const auto [planted, path, result, found] = Rows<Removal>::fetch();
         plant(root, planted);
-        const bool isRemoval = QByteArray(QTest::currentDataTag()).startsWith("remove");
-        QCOMPARE(int(isRemoval ? operating.DelDir(root + '/' + path)
-                               : operating.createfile(path, isCovering)),
-            outcome);
-        QCOMPARE(tree(root), expected);
+        QCOMPARE(operating.DelDir(root + '/' + path), result == Succeeds);
+        QCOMPARE(tree(root), found);
         QVERIFY(!operating.DelDir(QString()));
-        QCOMPARE(operating.ishavefile("f.txt"), expected.contains("f.txt=old")); // not when empty
+    }
+
+    void creates_data()
+    {
+        const Rows<Creation> row;
+        row("in the working directory", {{}, "f.txt", false, Succeeds, {"f.txt="}});
+        row("in new directories", {{}, "a/b/f.txt", true, Succeeds, {"a/", "a/b/", "a/b/f.txt="}});
+        row("no dot: only directories", {{}, "a/b", true, Succeeds, {"a/", "a/b/"}});
+        row("a dot in the directory", {{}, "a.d/b", true, Succeeds, {"a.d/", "a.d/b="}});
+        row("an old file is kept", {{"f.txt=old"}, "f.txt", false, Succeeds, {"f.txt=old"}});
+        row("an old file is emptied", {{"f.txt=old"}, "f.txt", true, Succeeds, {"f.txt="}});
+        row("the directory is a file", {{"f=1"}, "f/g.txt", true, Fails, {"f=1"}});
+        row("the file is a directory", {{"d.d/"}, "d.d", false, Fails, {"d.d/"}});
+        row("a directory cannot be overwritten", {{"d.d/"}, "d.d", true, Fails, {"d.d/"}});
+    }
+
+    void creates()
+    {
+        const auto [planted, path, isOverwriting, result, found] = Rows<Creation>::fetch();
+        plant(root, planted);
+        QCOMPARE(operating.createfile(path, isOverwriting), result == Succeeds);
+        QCOMPARE(tree(root), found);
+        QCOMPARE(operating.ishavefile("f.txt"), found.contains("f.txt=old")); // not when empty
+    }
+
+    void linksOfOthersAreNotCreatedThrough()
+    {
+        if (!OtherUser::exists())
+            QSKIP("only root can be somebody else");
+        plant(root, {"e/x/f=1", "d->e", "f.txt->e/g"});
+        QVERIFY(OtherUser::owns("d") && OtherUser::owns("f.txt"));
+        QVERIFY(!operating.createfile("d/n/f.txt", true) && !operating.createfile("f.txt", true));
+        QVERIFY(!operating.DelDir(root + "/d/x"));
+        QCOMPARE(tree(root), QStringList({"d->e", "e/", "e/x/", "e/x/f=1", "f.txt->g"}));
+    }
+
+    void launchersStartTheInstalledPrograms_data()
+    {
+        const Rows<Launcher> row;
+        row("into an empty directory", {{}, false, 022, Succeeds});
+        row("under an open umask", {{}, false, 0, Succeeds});
+        row("under a closed umask", {{}, false, 077, Succeeds});
+        row("over earlier ones", {{"VornRun.sh=old", "UninstallRun.sh=old"}, false, 022, Succeeds});
+        row("over links", {{"VornRun.sh->e/f", "UninstallRun.sh->none"}, false, 022, Succeeds});
+        row("over his links", {{"VornRun.sh->e/f", "UninstallRun.sh->none"}, true, 022, Succeeds});
+        row("over pipes", {{"VornRun.sh|", "UninstallRun.sh|"}, false, 022, Succeeds});
+        row("over his files", {{"VornRun.sh=his", "UninstallRun.sh=his"}, true, 022, Succeeds});
+        row("not over directories", {{"VornRun.sh/", "UninstallRun.sh/"}, false, 022, Fails});
     }
 
     void launchersStartTheInstalledPrograms()
     {
+        const auto [planted, isHisDirectory, mask, result] = Rows<Launcher>::fetch();
+        if (isHisDirectory && !OtherUser::exists())
+            QSKIP("only root can be somebody else");
+        const QStringList launchers{"VornRun.sh", "UninstallRun.sh"};
+        plant(root, planted + QStringList("e/f=kept"));
+        for (const QString &path : launchers + QStringList("."))
+            QVERIFY(!isHisDirectory || OtherUser::owns(path));
+        QCOMPARE(chmod("e/f", 0600), 0);
         DataManager::getInstance()->setInstallPath("/home/Jörg/中");
         const QString common = "#!/bin/sh\npkexec env DISPLAY=$DISPLAY XAUTHORITY=$XAUTHORITY "
                                "LD_LIBRARY_PATH=/home/Jörg/中/lib  "
                                "QT_QPA_PLATFORM_PLUGIN_PATH=/home/Jörg/中/plugins  "
                                "QML2_IMPORT_PATH=/home/Jörg/中/qml  /home/Jörg/中/";
-        QVERIFY(operating.creatVornRunShell() && operating.creatUninstallRunShell());
+        const mode_t before = umask(mask);
+        const QList<bool> written{
+            operating.creatVornRunShell(), operating.creatUninstallRunShell()};
+        umask(before);
+        QCOMPARE(written, QList<bool>({result == Succeeds, result == Succeeds}));
+        if (result == Fails)
+            return;
         QCOMPARE(tree(root),
-            QStringList(
-                {"UninstallRun.sh=" + common + "Uninstall\n", "VornRun.sh=" + common + "VORN\n"}));
-        for (const char *launcher : {"VornRun.sh", "UninstallRun.sh"})
-            QCOMPARE(int(QFile::permissions(launcher)) & 0x0777, 0x0777);
-        QVERIFY(QFile::remove("VornRun.sh"));
-        plant(root, {"VornRun.sh/"});
-        QVERIFY(!operating.creatVornRunShell());
+            QStringList({"UninstallRun.sh=" + common + "Uninstall\n",
+                "VornRun.sh=" + common + "VORN\n", "e/", "e/f=kept"}));
+        for (const QString &launcher : launchers) {
+            QCOMPARE(modeOf(launcher), 0x0777);
+            QCOMPARE(QFileInfo(launcher).ownerId(), geteuid());
+        }
+        QCOMPARE(modeOf("e/f"), 0x0600);
+    }
+
+    void launchersOfOthersAreOverwrittenWhereNoFileCanBeMade()
+    {
+        if (!OtherUser::exists())
+            QSKIP("only root can be somebody else");
+        plant(root, {"VornRun.sh=an old and longer text"});
+        QCOMPARE(chmod(".", 0755) + chmod("VornRun.sh", 0777), 0);
+        const OtherUser::Rights rights;
+        QVERIFY(operating.creatVornRunShell() && !operating.creatUninstallRunShell());
+        QVERIFY(contentOf("VornRun.sh").endsWith("/VORN\n"));
     }
 };
 

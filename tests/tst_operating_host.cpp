@@ -1,3 +1,4 @@
+#include "OtherUser.h"
 #include "Support.h"
 #include "base/Deployment.h"
 #include "installer/AddressBlocks.h"
@@ -87,20 +88,27 @@ private slots:
                                "Terminal=false\nExec=/opt/VornVPN/VornRun.sh\nIcon=/opt/VornVPN/"
                                "small.ico\nCategories=Development;\n");
         DataManager::getInstance()->setInstallPath("/opt/VornVPN");
+        QSignalSpy notWritten(&operating, &Operating::entryNotWritten);
+        const mode_t before = umask(077);
         QVERIFY(operating.deleteLinkToDeskTopLinux() && operating.addLinkToDeskTopLinux());
         QCOMPARE(contentOf(menu), QByteArray(entry + "MimeType=x-scheme-handler/VORN;\n"));
         QCOMPARE(int(QFile::permissions(menu)) & 0x0777, 0x0777);
         QVERIFY(operating.addAutoStartUp() && operating.addAutoStartUp());
         QCOMPARE(contentOf(autostart), entry);
-        QVERIFY(QFileInfo(autostart).isExecutable());
+        QCOMPARE(int(QFile::permissions(autostart)) & 0x0777, 0x0755);
+        umask(before);
         QVERIFY(operating.deleteLinkToDeskTopLinux() && operating.deleteAutoStartUp());
         QVERIFY(!QFile::exists(menu) && !QFile::exists(autostart));
 
         QVERIFY(putProgram("bin/chmod", "touch called\n"));
         for (const char *path : {"/usr/share/applications", "/etc/xdg"})
             QCOMPARE(mount("none", path, nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+        QVERIFY(notWritten.isEmpty());
         QVERIFY(!operating.addLinkToDeskTopLinux() && !operating.addAutoStartUp());
         QVERIFY(!QFile::exists("called"));
+        QCOMPARE(notWritten,
+            QList<QVariantList>({{"The menu entry could not be created."},
+                {"The automatic start could not be set up."}}));
     }
 
     void startsDetached()
@@ -113,6 +121,84 @@ private slots:
         QVERIFY(operating.doOtherExe("./Other", {"a  b"}) && contentOf("pipe") == "Other a  b\n");
         QVERIFY(operating.doUpdateExe() && contentOf("pipe") == "Update \n");
         QVERIFY(operating.doInstallExe() && contentOf("pipe") == "VornInstall.run \n");
+    }
+
+    void lackOfRoomIsTold()
+    {
+        if (!noPrivateHost.isEmpty())
+            return QTest::qSkip(noPrivateHost.constData(), __FILE__, __LINE__);
+        QVERIFY(QDir().mkdir("s") && QDir().mkdir("t") && put("s/a", "a"));
+        QVERIFY(put("s/b", QByteArray(1'000'000, 'b')));
+        QCOMPARE(mount("none", "t", "tmpfs", 0, "size=64k"), 0);
+        const QSignalSpy ended(&operating, &Operating::sendSystemCmdResult);
+        operating.copyDirectoryFilesThread(dir->filePath("s"), dir->filePath("t"), true);
+        Operating::waitForCopies();
+        const int isWhole = QFileInfo("t/a").size() == 1 && !QFile::exists("t/b");
+        put("t/full", QByteArray(64 * 1024, 'f'));
+        QVERIFY(QDir::setCurrent("t"));
+        const bool isOpened = operating.creatVornRunShell(); // as with fopen() on a full disk
+        const bool isThere = QFile::exists("VornRun.sh");
+        QVERIFY(QDir::setCurrent(dir->path()));
+        QCOMPARE(umount("t"), 0);
+        QVERIFY(isWhole && isOpened && !isThere);
+        QCOMPARE(ended[0].at(1).toString(),
+            "“b” could not be written to “" + dir->filePath("t")
+                + "”: no room on the disk. Not copied: 1 of 2 files.");
+    }
+
+    void onlyOurInstallerIsMadeRunnable()
+    {
+        if (!OtherUser::exists())
+            QSKIP("only root can be somebody else");
+        QVERIFY(put("private", "") && QFile::link("private", "VornInstall.run"));
+        QCOMPARE(chmod("private", 0600), 0);
+        QVERIFY(OtherUser::owns("VornInstall.run") && OtherUser::owns("."));
+        operating.doInstallExe();
+        QCOMPARE(int(QFile::permissions("private")) & 0x0777, 0x0600);
+        QVERIFY(QFile::remove("VornInstall.run") && put("VornInstall.run", "#!/bin/sh\n"));
+        QVERIFY(operating.doInstallExe());
+        QCOMPARE(int(QFile::permissions("VornInstall.run")) & 0x0777, 0x0777);
+    }
+
+    void textsForTheShellStayTexts_data()
+    {
+        const Rows<QString> row;
+        row("a path", "/opt/VornVPN");
+        row("a path of Windows", "C:\\Program Files\\VornVPN\\");
+        row("a quote", "a\"; touch planted; \"b");
+        row("a command", "$(touch planted)`touch planted`$HOME");
+        row("a backslash before a quote", "a\\\"; touch planted; \"");
+        row("backslashes", "a\\\\b\\$HOME\\\n");
+    }
+
+    void textsForTheShellStayTexts()
+    {
+        const QString path = Rows<QString>::fetch();
+        QVERIFY(putProgram("bin/rd", "printf '%s|' \"$@\" >removed\n"));
+        QVERIFY(operating.deleteDir(path));
+        QCOMPARE(contentOf("removed"), "/s|/q|" + path.toUtf8() + '|');
+        QVERIFY(!QFile::exists("planted"));
+    }
+
+    void namesThatAreNoneRunNothing_data()
+    {
+        const Rows<QString> row;
+        row("nothing", "");
+        row("any character", ".");
+        row("an option", "-v");
+        row("two words", "VORN planted");
+        row("a command", "VORN; touch planted");
+        row("a command in the name", "$(touch planted)");
+        row("a line of its own", "VORN\ntouch planted");
+        row("every file", "*");
+    }
+
+    void namesThatAreNoneRunNothing()
+    {
+        QVERIFY(putProgram("bin/ps", "touch planted\necho 'root 41 1 VORN planted -v * .'\n"));
+        const QString name = Rows<QString>::fetch();
+        QVERIFY(!operating.killProcess(name) && !operating.checkExeIsRun(name));
+        QVERIFY(!QFile::exists("planted"));
     }
 
     void killsAndFindsByAnyPartOfTheLine()
@@ -173,11 +259,11 @@ private slots:
 
     void dottedTextIsReadLeniently()
     {
-        // clang-format off
-        for (const char *text : {"1.0.1.1", "1.0.3.255", "", "1.0.1", "1.0.1.1.1", "...", ".0.1.1", "1.0.1.1x", "1..1.1",
-                "01.000.000000000000001.1", "+1.0.1.1", " 1.0.1.1\n", "1.0.1.257", "0.256.256.1", "4294967297.0.1.1",
-                "999999999.1.2.3", "2147483647.1.2.3", "-1.0.1.1", "1.0.-2147483648.1", "1.0.0x1.1", "1.0.1 1.1", "1e0.0.1.1"}) {
-            // clang-format on
+        for (const char *text :
+            {"1.0.1.1", "1.0.3.255", "", "1.0.1", "1.0.1.1.1", "...", ".0.1.1", "1.0.1.1x",
+                "1..1.1", "01.000.000000000000001.1", "+1.0.1.1", " 1.0.1.1\n", "1.0.1.257",
+                "0.256.256.1", "4294967297.0.1.1", "999999999.1.2.3", "2147483647.1.2.3",
+                "-1.0.1.1", "1.0.-2147483648.1", "1.0.0x1.1", "1.0.1 1.1", "1e0.0.1.1"}) {
             QVERIFY2(operating.IPV4StringToInteger(text) == plainInteger(text), text);
             QVERIFY2(operating.EnableIPInBackCh(text) != plainContains(plainInteger(text)), text);
         }
