@@ -1,6 +1,8 @@
 #include "app/LogHandlers.h"
 #include "app/PXMainWindows.h"
+#include "app/QtTexts.h"
 #include "app/StartUp.h"
+#include "base/FirstFrame.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
 
@@ -25,6 +27,7 @@ int main(int argc, char *argv[])
 
     PXMainWindows window;
     centreOnPrimaryScreen(window);
+    FirstFrame::then(&application, [&application] { translateQtTexts(&application); });
     const int exitCode = QApplication::exec();
 
     // A copy that is still running would put the bundle's own settings over those written here.

@@ -16,8 +16,15 @@ Rectangle {
     property real dpiScale: DataManager.getDpiScale()
     property var languageList: ["English", "中文繁體", "Indonesia", "Русский", "Deutsch"]
     readonly property bool onLinux: DataManager.getSystemType() === "linux"
-    property bool pathPanelOpen: false
+    readonly property string defaultPath: (onLinux ? qsTranslate("main", "/opt/VornVPN")
+        : qsTranslate("main", "C:\\Program Files\\VornVPN")) + DataManager.emptyString
+    property string installPath: defaultPath // written by the field and the dialog
+    property bool panelOpen: false
     property bool usedByKeyboard: false
+    property bool copying: false
+    property bool startWanted: false // as soon as there is something to start
+    property string copyFailure: ""
+    property var entryFailures: []
 
     signal send_drag(int x, int y)
     signal miniWindows()
@@ -46,14 +53,14 @@ Rectangle {
         for (let i = 0; i < pages.length; ++i)
             pages[i].visible = pages[i] === page;
         if (page !== initialPage)
-            pathPanelOpen = false;
+            panelOpen = false;
         // The control that had the focus may be hidden now.
         mainWindow.forceActiveFocus();
     }
 
     function togglePathPanel() {
         completePages();
-        pathPanelOpen = !pathPanelOpen;
+        panelOpen = !panelOpen;
         initialPage.languageBox.checked = false;
         if (pathPanel.activeFocus)
             mainWindow.forceActiveFocus();
@@ -61,9 +68,21 @@ Rectangle {
         initialPage.visible = true;
     }
 
+    // An empty field means what it shows then, and blanks around a path are not part of it.
+    function installInto(path) {
+        installPath = path.trim() || defaultPath;
+    }
+
+    function showInstallPath() {
+        if (pathPanel.item && (pathPanel.item.typedPath.trim() || defaultPath) !== installPath)
+            pathPanel.item.typedPath = installPath;
+    }
+
     // The dialog is made when it is first asked for.
     function chooseDirectory() {
         pathDialog.active = true;
+        if (String(outlook.folder) !== "")
+            pathDialog.item.folder = outlook.folder;
         pathDialog.item.open();
     }
 
@@ -75,7 +94,7 @@ Rectangle {
     function startInstallation() {
         if (!initialPage.accepted)
             return;
-        usedByKeyboard = initialPage.quickInstallButton.activeFocus;
+        usedByKeyboard = initialPage.quickInstallButton.focusedByKeyboard;
         completePages();
         progressTimer.start();
         if (onLinux)
@@ -85,8 +104,7 @@ Rectangle {
     }
 
     function doInstallLinux() {
-        // The change of the language below evaluates every text of the scene again.
-        const path = pathPanel.item.path;
+        const path = installPath;
         DataManager.readDataFromFile(path + "/");
         DataManager.changeLanguage(initialPage.languageBox.nowIndex);
         httpMangerId.pushLog("language", "", "1", DataManager.getSoftUseLanguage());
@@ -94,6 +112,7 @@ Rectangle {
         // The copy takes the launchers along, so they are written first.
         operatingId.creatVornRunShell();
         operatingId.creatUninstallRunShell();
+        copying = true;
         operatingId.copyDirectoryFilesThread(operatingId.getCurrentPath(), path, true);
         if (pathPanel.item.createShortcut)
             operatingId.addLinkToDeskTopLinux();
@@ -105,12 +124,13 @@ Rectangle {
     }
 
     function doInstall() {
-        const path = pathPanel.item.path;
+        const path = installPath;
         const client = path + "/VORN.exe";
         DataManager.readDataFromFile(path + "/");
         DataManager.changeLanguage(initialPage.languageBox.nowIndex);
         httpMangerId.pushLog("language", "1", "", DataManager.getSoftUseLanguage());
         DataManager.setInstallPath(path);
+        copying = true;
         operatingId.copyDirectoryFilesThread(operatingId.getCurrentPath(), path, true);
         if (pathPanel.item.createShortcut) {
             ["VornVpn", "VornVpnUninstall"].forEach(function(oldName) {
@@ -153,11 +173,28 @@ Rectangle {
             finishPage.item.tryItNowButton.forceActiveFocus();
     }
 
-    function startClient() {
-        // The second half of a double click.
-        if (quitTimer.running)
+    function endCopy(success, message) {
+        if (!copying)
             return;
-        const path = pathPanel.item.path;
+        copying = false;
+        copyFailure = success ? "" : message;
+        if (startWanted && success)
+            startClient();
+        else if (startWanted)
+            failureTimer.start();
+    }
+
+    function tryItNow() {
+        // The second half of a double click.
+        if (startWanted)
+            return;
+        startWanted = true;
+        if (!copying)
+            startClient();
+    }
+
+    function startClient() {
+        const path = installPath;
         httpMangerId.pushLog("start", "", "", "");
         operatingId.doOtherExe(path + (onLinux ? "/VornRun.sh" : "/VORN.exe"), []);
         quitTimer.start();
@@ -170,6 +207,7 @@ Rectangle {
     focus: true
 
     Component.onCompleted: forceActiveFocus()
+    onInstallPathChanged: showInstallPath()
     onDpiScaleChanged: Theme.dpiScale = dpiScale
     onWidthChanged: width = Theme.windowWidth
     onHeightChanged: height = Theme.windowHeight
@@ -196,6 +234,25 @@ Rectangle {
         id: operatingId
 
         onCopyDirectorySuccess: {}
+        onSendSystemCmdResult: mainWindow.endCopy(success, message)
+        onEntryNotWritten: mainWindow.entryFailures = mainWindow.entryFailures.concat(message)
+    }
+
+    // Hint and dialog speak the language in which they were made.
+    Connections {
+        target: DataManager
+        function onLanguageChanged() {
+            outlook.look();
+            pathDialog.active = false;
+        }
+    }
+
+    PathOutlook {
+        id: outlook
+
+        operating: operatingId
+        path: mainWindow.installPath
+        wanted: mainWindow.panelOpen
     }
 
     Timer {
@@ -204,6 +261,14 @@ Rectangle {
         interval: 50
         repeat: true
         onTriggered: mainWindow.showProgress()
+    }
+
+    // Who has asked for the start of what could not be copied can read why it does not start.
+    Timer {
+        id: failureTimer
+
+        interval: 5000
+        onTriggered: mainWindow.startClient()
     }
 
     // A request that was just posted starts on the next turn of the event loop: quitting at once
@@ -239,7 +304,7 @@ Rectangle {
         acceptedButtons: Qt.LeftButton
         onPressed: {
             grip = Qt.point(mouse.x, mouse.y);
-            initialPage.languageBox.checked = false;
+            mainWindow.forceActiveFocus();
         }
         onPositionChanged: mainWindow.send_drag(mouse.x - grip.x, mouse.y - grip.y)
     }
@@ -260,7 +325,7 @@ Rectangle {
         width: parent.width
         height: Theme.pageHeight
         languageList: mainWindow.languageList
-        panelOpen: mainWindow.pathPanelOpen
+        panelOpen: mainWindow.panelOpen
         onLanguageChosen: DataManager.changeLanguage(row)
         onInstall: mainWindow.startInstallation()
         onOpenAgreement: operatingId.openUrl(DataManager.getDomainName() + DataManager.getPrivacyPolicyUrl())
@@ -274,11 +339,17 @@ Rectangle {
         y: Theme.pageHeight
         width: parent.width
         height: Theme.panelHeight
-        visible: mainWindow.pathPanelOpen
+        visible: mainWindow.panelOpen
         active: false
         asynchronous: true
         source: "pages/PathPanel.qml"
-        onLoaded: item.browse.connect(mainWindow.chooseDirectory)
+        onLoaded: {
+            item.typedPath = mainWindow.installPath;
+            item.defaultPath = Qt.binding(function() { return mainWindow.defaultPath; });
+            item.hint = Qt.binding(function() { return outlook.hint; });
+            item.typedPathChanged.connect(function() { mainWindow.installInto(item.typedPath); });
+            item.browse.connect(mainWindow.chooseDirectory);
+        }
     }
 
     Loader {
@@ -304,7 +375,10 @@ Rectangle {
         asynchronous: true
         source: "pages/FinishPage.qml"
         onLoaded: {
-            item.tryItNow.connect(mainWindow.startClient);
+            item.waiting = Qt.binding(function() { return mainWindow.startWanted && mainWindow.copying; });
+            item.failure = Qt.binding(function() { return mainWindow.copyFailure; });
+            item.notes = Qt.binding(function() { return mainWindow.entryFailures.join(" "); });
+            item.tryItNow.connect(mainWindow.tryItNow);
             item.buttonTextChanged.connect(mainWindow.widenQuickInstallButton);
         }
     }
@@ -314,7 +388,7 @@ Rectangle {
 
         active: false
         source: "pages/PathDialog.qml"
-        onLoaded: item.pathChosen.connect(function(path) { pathPanel.item.path = path; })
+        onLoaded: item.pathChosen.connect(function(path) { pathPanel.item.typedPath = path; })
     }
 
     TitleBar {

@@ -122,7 +122,7 @@ private slots:
             {"text = 'x', other.forceActiveFocus()", field, "qrc:/b,true,#666666,hello world"}});
         const QString placeholder = "children[1].opacity";
         row("placeholder", "PXLineEditNormal {}", {{"", placeholder, "1"}, {"click 100 15", placeholder, "0"},
-            {"other.forceActiveFocus()", placeholder, "1"}, {"", "children[2].cursorVisible", "false"}, {"text = 'x'", placeholder, "0"}});
+            {"other.forceActiveFocus()", placeholder, "1"}, {"", "children[2].children[0].cursorVisible", "false"}, {"text = 'x'", placeholder, "0"}});
         // clang-format on
     }
 

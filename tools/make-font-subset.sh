@@ -1,9 +1,9 @@
 #!/bin/sh
-# Makes qml/fonts/*.ttf: the glyphs that the translations and the language list need, cut out of two
-# free fonts. Run it after a change of a translation and check the fonts in.
+# Makes qml/fonts/*.ttf: the glyphs that the translations, the language list and paths need, cut out
+# of two free fonts. Run it after a change of a translation and check the fonts in.
 #
 # usage: tools/make-font-subset.sh [output directory]
-# needs: apt-get install libharfbuzz-bin python3-fonttools fonts-wqy-microhei fonts-dejavu-core
+# needs: scripts/install-packages.sh artwork
 set -eu
 
 root=$(CDPATH='' cd -- "$(dirname -- "$0")/.." && pwd)
@@ -18,17 +18,19 @@ arabic=/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
 # Debian puts fontTools beside its own interpreter, which need not be the first one in PATH.
 python=/usr/bin/python3
 
-# What no translation contains: the language list of the scene and the percentage.
-fixed='English 中文繁體 Indonesia Русский Deutsch %0123456789'
+# What no translation contains: the language list, and the letters of a path.
+names=$root/qml/main.qml
 
 # Writes chars-han and chars-arabic: the Arabic font gets only what the other one does not have.
-"$python" - "$root/qml/internationalization" "$fixed" "$han" "$arabic" "$work" <<'PY'
-import pathlib, sys
+"$python" - "$root/qml/internationalization" "$names" "$han" "$arabic" "$work" <<'PY'
+import pathlib, re, sys
 import xml.etree.ElementTree as ElementTree
 from fontTools.ttLib import TTFont
 
-translations, fixed, han, arabic, work = sys.argv[1:]
-wanted = set(fixed)
+translations, names, han, arabic, work = sys.argv[1:]
+wanted = {chr(code) for code in range(0x20, 0x7F)}
+for text in re.findall(r'"([^"\n]*)"', pathlib.Path(names).read_text(encoding="utf-8")):
+    wanted |= set(text)
 for source in sorted(pathlib.Path(translations).glob("*.ts")):
     for node in ElementTree.parse(source).iter():
         if node.tag in ("source", "translation"):

@@ -10,6 +10,8 @@ Button {
     property url hoverPic
     property url pressPic
 
+    activeFocusOnPress: true
+
     function textLength() {
         return metrics.advanceWidth;
     }

@@ -42,6 +42,7 @@ Rectangle {
 
     function pressByKey(event) {
         event.accepted = true;
+        ring.byKeyboard = true;
         if (event.isAutoRepeat)
             return;
         root.pressed();
@@ -95,10 +96,15 @@ Rectangle {
         anchors.fill: parent
         hoverEnabled: true
         cursorShape: pressed ? Qt.ClosedHandCursor : Qt.OpenHandCursor
-        onPressed: root.pressed()
+        onPressed: {
+            ring.focusByMouse();
+            root.pressed();
+        }
         onReleased: root.release()
         onClicked: root.activate()
     }
 
-    FocusRing {}
+    FocusRing {
+        id: ring
+    }
 }

@@ -89,8 +89,8 @@ FocusScope {
         anchors.fill: parent
         hoverEnabled: true
         cursorShape: Qt.PointingHandCursor
+        onPressed: box.focusByMouse()
         onClicked: {
-            box.forceActiveFocus();
             root.checked = !root.checked;
             root.click();
         }

@@ -31,7 +31,8 @@ Rectangle {
     signal itemClicked(string temp)
     signal sendData(var index, var text)
 
-    // Of the text as it would like to be, however narrow the box is.
+    // Of the text as it would like to be, however narrow the box is, with the 6 and 5 pixels that
+    // it keeps free at its sides. Arrow and gap take 20 more.
     function textLength() {
         return shownText.implicitWidth;
     }
@@ -45,6 +46,10 @@ Rectangle {
         if (list.item)
             list.item.selection.clear();
         checked = false;
+    }
+
+    function focusByMouse() {
+        ring.focusByMouse();
     }
 
     function openWithRow(row) {
@@ -95,7 +100,6 @@ Rectangle {
     Accessible.name: textForShow
     Accessible.onPressAction: checked = !checked
     Keys.onPressed: handleKey(event)
-    onActiveFocusChanged: ring.byKeyboard = true
 
     Item {
         id: face
@@ -124,9 +128,10 @@ Rectangle {
             id: shownText
 
             anchors.left: parent.left
-            anchors.leftMargin: 3
             anchors.right: arrow.left
-            anchors.rightMargin: 10
+            anchors.rightMargin: 10 - rightPadding
+            leftPadding: 6
+            rightPadding: 5
             anchors.verticalCenter: parent.verticalCenter
             horizontalAlignment: Text.AlignRight
             fontSizeMode: Text.HorizontalFit
@@ -144,11 +149,8 @@ Rectangle {
         anchors.fill: parent
         hoverEnabled: true
         cursorShape: Qt.PointingHandCursor
-        onClicked: {
-            root.forceActiveFocus();
-            ring.byKeyboard = false;
-            root.checked = !root.checked;
-        }
+        onPressed: root.focusByMouse()
+        onClicked: root.checked = !root.checked
     }
 
     FocusRing {

@@ -60,20 +60,29 @@ FocusScope {
         }
     }
 
-    TextInput {
-        id: input
-
+    // A text that is longer than the field scrolls, and ends before the rounded border.
+    Item {
         anchors.fill: parent
-        leftPadding: 30
-        verticalAlignment: TextInput.AlignVCenter
+        anchors.leftMargin: 6
+        anchors.rightMargin: 6
         clip: true
-        focus: true
-        activeFocusOnTab: true
-        selectByMouse: true
-        selectionColor: "#5ead67"
-        font.family: Theme.fontFamily
-        font.pointSize: root.pointSize
-        Accessible.role: Accessible.EditableText
-        Accessible.name: root.placeholderText
+
+        TextInput {
+            id: input
+
+            x: -parent.x
+            width: root.width
+            height: root.height
+            leftPadding: 30
+            verticalAlignment: TextInput.AlignVCenter
+            focus: true
+            activeFocusOnTab: true
+            selectByMouse: true
+            selectionColor: "#5ead67"
+            font.family: Theme.fontFamily
+            font.pointSize: root.pointSize
+            Accessible.role: Accessible.EditableText
+            Accessible.name: root.placeholderText
+        }
     }
 }

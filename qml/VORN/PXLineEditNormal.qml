@@ -9,6 +9,7 @@ FocusScope {
     property alias echoMode: input.echoMode
     property string placeholderText: "hello world"
     property string accessibleName: placeholderText
+    property string accessibleDescription: ""
     property alias font: input.font
     property alias text: input.text
     property alias color: input.color
@@ -48,21 +49,31 @@ FocusScope {
         }
     }
 
-    TextInput {
-        id: input
-
+    // A text that is longer than the field scrolls, and ends before the rounded border.
+    Item {
         anchors.fill: parent
-        leftPadding: 30
-        rightPadding: 8
-        verticalAlignment: TextInput.AlignVCenter
+        anchors.leftMargin: 6
+        anchors.rightMargin: 6
         clip: true
-        focus: true
-        activeFocusOnTab: true
-        selectByMouse: true
-        selectionColor: "#5ead67"
-        font.family: Theme.fontFamily
-        font.pointSize: root.pointSize
-        Accessible.role: Accessible.EditableText
-        Accessible.name: root.accessibleName
+
+        TextInput {
+            id: input
+
+            x: -parent.x
+            width: root.width
+            height: root.height
+            leftPadding: 30
+            rightPadding: 8
+            verticalAlignment: TextInput.AlignVCenter
+            focus: true
+            activeFocusOnTab: true
+            selectByMouse: true
+            selectionColor: "#5ead67"
+            font.family: Theme.fontFamily
+            font.pointSize: root.pointSize
+            Accessible.role: Accessible.EditableText
+            Accessible.name: root.accessibleName
+            Accessible.description: root.accessibleDescription
+        }
     }
 }

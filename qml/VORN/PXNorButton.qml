@@ -35,6 +35,8 @@ Rectangle {
     property color borderColor: textColor
     property color pressdBorderColor: pressedTextColor
 
+    readonly property alias focusedByKeyboard: ring.visible
+
     signal clicked()
     signal clickedWithMesg(string mesg)
     signal pressed()
@@ -55,6 +57,7 @@ Rectangle {
 
     function pressByKey(event) {
         event.accepted = true;
+        ring.byKeyboard = true;
         if (event.isAutoRepeat)
             return;
         root.pressed();
@@ -68,6 +71,8 @@ Rectangle {
                                  : !root.enabled ? disableColor
                                                  : internal.phase === "in" ? pressedColor : releaseColor
     opacity: internal.phase === "in" ? hoverOpacity : exitOpacity
+    // Where it is while nothing is pressed.
+    baselineOffset: (height - label.height) / 2 + label.baselineOffset
     border.width: 0
     border.color: area.pressed ? pressdBorderColor : borderColor
     focus: true
@@ -152,10 +157,15 @@ Rectangle {
             root.btIcon = root.releaseIcon;
             root.mexited();
         }
-        onPressed: root.pressed()
+        onPressed: {
+            ring.focusByMouse();
+            root.pressed();
+        }
         onReleased: root.release()
         onClicked: root.activate()
     }
 
-    FocusRing {}
+    FocusRing {
+        id: ring
+    }
 }

@@ -28,6 +28,7 @@ Rectangle {
 
     function chooseByKey(event) {
         event.accepted = true;
+        ring.byKeyboard = true;
         if (!event.isAutoRepeat)
             root.choose();
     }
@@ -99,8 +100,11 @@ Rectangle {
     // Over the radio button, which would tell of a click on a checked one as well.
     MouseArea {
         anchors.fill: parent
+        onPressed: ring.focusByMouse()
         onClicked: root.choose()
     }
 
-    FocusRing {}
+    FocusRing {
+        id: ring
+    }
 }

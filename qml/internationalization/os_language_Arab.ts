@@ -96,6 +96,27 @@
         <translation>جرّبه الآن</translation>
     </message>
     <message>
+        <source>Please wait...</source>
+        <translation>يرجى الانتظار…</translation>
+    </message>
+    <message>
+        <source>The files are still being copied.</source>
+        <translation>لا يزال نسخ الملفات جاريًا.</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be installed completely</source>
+        <translation>تعذر تثبيت VornVPN بالكامل</translation>
+    </message>
+    <message>
+        <source>Not available now</source>
+        <translation>غير متاح الآن</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
+        <translation>ar</translation>
+    </message>
+    <message>
         <source>“%1” could not be written to “%2”: %3.</source>
         <translation>تعذّرت كتابة «%1» في «%2»: %3.</translation>
     </message>

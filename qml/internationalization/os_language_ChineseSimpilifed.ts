@@ -96,6 +96,27 @@
         <translation>立即体验</translation>
     </message>
     <message>
+        <source>Please wait...</source>
+        <translation>请稍候…</translation>
+    </message>
+    <message>
+        <source>The files are still being copied.</source>
+        <translation>文件仍在复制中。</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be installed completely</source>
+        <translation>VornVPN 未能完整安装</translation>
+    </message>
+    <message>
+        <source>Not available now</source>
+        <translation>目前不可用</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
+        <translation>zh_CN</translation>
+    </message>
+    <message>
         <source>“%1” could not be written to “%2”: %3.</source>
         <translation>无法将“%1”写入“%2”：%3。</translation>
     </message>

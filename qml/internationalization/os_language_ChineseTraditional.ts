@@ -96,6 +96,27 @@
         <translation>立即體驗</translation>
     </message>
     <message>
+        <source>Please wait...</source>
+        <translation>請稍候…</translation>
+    </message>
+    <message>
+        <source>The files are still being copied.</source>
+        <translation>檔案仍在複製中。</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be installed completely</source>
+        <translation>VornVPN 未能完整安裝</translation>
+    </message>
+    <message>
+        <source>Not available now</source>
+        <translation>目前無法使用</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
+        <translation>zh_TW</translation>
+    </message>
+    <message>
         <source>“%1” could not be written to “%2”: %3.</source>
         <translation>無法將「%1」寫入「%2」：%3。</translation>
     </message>

@@ -96,6 +96,27 @@
         <translation>Try It Now</translation>
     </message>
     <message>
+        <source>Please wait...</source>
+        <translation>Please wait...</translation>
+    </message>
+    <message>
+        <source>The files are still being copied.</source>
+        <translation>The files are still being copied.</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be installed completely</source>
+        <translation>VornVPN could not be installed completely</translation>
+    </message>
+    <message>
+        <source>Not available now</source>
+        <translation>Not available now</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
+        <translation>en</translation>
+    </message>
+    <message>
         <source>“%1” could not be written to “%2”: %3.</source>
         <translation>“%1” could not be written to “%2”: %3.</translation>
     </message>

@@ -96,6 +96,27 @@
         <translation>Jetzt ausprobieren</translation>
     </message>
     <message>
+        <source>Please wait...</source>
+        <translation>Bitte warten …</translation>
+    </message>
+    <message>
+        <source>The files are still being copied.</source>
+        <translation>Die Dateien werden noch kopiert.</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be installed completely</source>
+        <translation>VornVPN konnte nicht vollständig installiert werden</translation>
+    </message>
+    <message>
+        <source>Not available now</source>
+        <translation>Derzeit nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
+        <translation>de</translation>
+    </message>
+    <message>
         <source>“%1” could not be written to “%2”: %3.</source>
         <translation>„%1“ konnte nicht nach „%2“ geschrieben werden: %3.</translation>
     </message>

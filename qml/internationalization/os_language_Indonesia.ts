@@ -96,6 +96,27 @@
         <translation>Coba Sekarang</translation>
     </message>
     <message>
+        <source>Please wait...</source>
+        <translation>Harap tunggu…</translation>
+    </message>
+    <message>
+        <source>The files are still being copied.</source>
+        <translation>Berkas masih disalin.</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be installed completely</source>
+        <translation>VornVPN tidak dapat diinstal sepenuhnya</translation>
+    </message>
+    <message>
+        <source>Not available now</source>
+        <translation>Saat ini tidak tersedia</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
+        <translation>id</translation>
+    </message>
+    <message>
         <source>“%1” could not be written to “%2”: %3.</source>
         <translation>“%1” tidak dapat ditulis ke “%2”: %3.</translation>
     </message>

@@ -96,6 +96,27 @@
         <translation>Попробовать</translation>
     </message>
     <message>
+        <source>Please wait...</source>
+        <translation>Подождите…</translation>
+    </message>
+    <message>
+        <source>The files are still being copied.</source>
+        <translation>Файлы ещё копируются.</translation>
+    </message>
+    <message>
+        <source>VornVPN could not be installed completely</source>
+        <translation>Не удалось полностью установить VornVPN</translation>
+    </message>
+    <message>
+        <source>Not available now</source>
+        <translation>Сейчас недоступно</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
+        <translation>ru</translation>
+    </message>
+    <message>
         <source>“%1” could not be written to “%2”: %3.</source>
         <translation>Не удалось записать «%1» в «%2»: %3.</translation>
     </message>

@@ -7,6 +7,9 @@ Rectangle {
     id: root
 
     property bool complete: false
+    property bool waiting: false // for the copy, to start what it copies
+    property string failure: ""
+    property string notes: ""
     property alias tryItNowButton: tryItNowButton
 
     signal tryItNow()
@@ -43,7 +46,11 @@ Rectangle {
         padOrStretch: false
         pointSize: Theme.points(13)
         textColor: Theme.buttonTextColor
-        btText: qsTranslate("main", "Try It Now") + DataManager.emptyString
+        enabled: !root.waiting
+        exitOpacity: root.waiting ? 0.7 : 1
+        hoverOpacity: exitOpacity
+        btText: (root.waiting ? qsTranslate("main", "Please wait...")
+                              : qsTranslate("main", "Try It Now")) + DataManager.emptyString
         btIcon: "qrc:/image/useNowBtnBg.png"
         pressedIcon: "qrc:/image/installBtnBgHover.png"
         releaseIcon: "qrc:/image/useNowBtnBg.png"
@@ -52,5 +59,44 @@ Rectangle {
                 root.buttonTextChanged(textLength());
         }
         onClicked: root.tryItNow()
+    }
+
+    // In the place of the picture that tells of success.
+    FailureNotice {
+        objectName: "failureNotice"
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 56
+        width: 540
+        reason: root.failure
+    }
+
+    Column {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 358
+        width: parent.width - 2 * Theme.margin
+        spacing: 2
+
+        SceneText {
+            objectName: "waitingText"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            visible: root.waiting
+            text: qsTranslate("main", "The files are still being copied.") + DataManager.emptyString
+            Accessible.role: Accessible.AlertMessage
+        }
+
+        SceneText {
+            objectName: "notesText"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            visible: text !== ""
+            wrapMode: Text.Wrap
+            elide: Text.ElideRight
+            maximumLineCount: 2
+            textFormat: Text.PlainText
+            color: Theme.quietTextColor
+            text: root.notes
+            Accessible.role: Accessible.AlertMessage
+        }
     }
 }

@@ -56,7 +56,7 @@ Rectangle {
         x: 620 - width
         y: 50
         z: 1
-        width: textLength() > 90 ? textLength() + 20 : 90
+        width: Math.max(90, textLength() + 20)
         boxheight: 26
         popListWdith: width
         popListHeight: 126
@@ -105,10 +105,12 @@ Rectangle {
     }
 
     Row {
+        id: agreementRow
+
         x: Theme.margin
         y: Theme.footTop
         height: 26
-        spacing: 6
+        spacing: 12
 
         // The check box is made after the first frame, which shows a picture of it.
         Loader {
@@ -139,7 +141,7 @@ Rectangle {
             id: agreementButton
 
             objectName: "agreementButton"
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.baseline: acceptPicture.baseline
             width: textLength()
             height: 22
             radius: Theme.smallRadius
@@ -149,6 +151,9 @@ Rectangle {
             textColor: agreementButton.enabled ? Theme.textColor : Theme.quietTextColor
             pressedTextColor: Theme.quietTextColor
             btText: qsTranslate("main", "Vorn license agreement") + DataManager.emptyString
+            // It is pressed in vain, so the item itself is not disabled.
+            Accessible.description: agreementButton.enabled ? ""
+                : qsTranslate("main", "Not available now") + DataManager.emptyString
             onClicked: root.openAgreement()
         }
     }
@@ -158,7 +163,7 @@ Rectangle {
 
         objectName: "customPathButton"
         x: root.width - Theme.margin - width
-        y: Theme.footTop
+        y: agreementRow.y + acceptPicture.y + acceptPicture.baselineOffset - baselineOffset
         width: textLength() + 20
         height: 26
         radius: Theme.smallRadius

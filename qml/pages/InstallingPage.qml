@@ -69,6 +69,8 @@ Rectangle {
     }
 
     SceneText {
+        id: installingText
+
         objectName: "installingText"
         x: Theme.margin
         y: Theme.footTextTop
@@ -80,8 +82,10 @@ Rectangle {
 
         objectName: "percentText"
         anchors.right: progressBar.right
-        y: Theme.footTextTop
+        anchors.baseline: installingText.baseline
         text: "0%"
+        // The bar tells its value, and screen readers ask for it as often as they like.
+        Accessible.ignored: true
     }
 
     ProgressBar {
@@ -94,7 +98,6 @@ Rectangle {
         height: 8
         maximumValue: 100
         Accessible.name: qsTranslate("main", "Installation progress") + DataManager.emptyString
-        Accessible.description: percentText.text
 
         style: ProgressBarStyle {
             background: Image {

@@ -6,6 +6,8 @@ FileDialog {
     signal pathChosen(string path)
 
     selectFolder: true
+    // Until a better one is known; without it the dialog opens where the installer was started.
+    folder: shortcuts.home
     title: qsTranslate("main", "Select Directory") + DataManager.emptyString
 
     // Where a path begins with "/" the slash goes too, and the path becomes relative to the

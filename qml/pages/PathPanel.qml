@@ -6,9 +6,9 @@ import "../parts"
 Rectangle {
     id: root
 
-    property alias path: pathField.text
-    readonly property string defaultPath: DataManager.getSystemType() === "linux"
-        ? qsTranslate("main", "/opt/VornVPN") : qsTranslate("main", "C:\\Program Files\\VornVPN")
+    property alias typedPath: pathField.text
+    property string defaultPath
+    property string hint // what an installation into the path would meet
     readonly property bool createShortcut: shortcutCheckBox.checked
     readonly property bool startUpAutomatically: autoStartCheckBox.checked
 
@@ -16,9 +16,6 @@ Rectangle {
 
     radius: Theme.pageRadius
     color: Theme.panelColor
-
-    // Once: what the user types survives a change of the language.
-    Component.onCompleted: path = defaultPath
 
     Image {
         source: "qrc:/image/chooseDirPageBg.png"
@@ -29,7 +26,7 @@ Rectangle {
 
         objectName: "pathField"
         x: 28
-        y: 16
+        y: 8
         width: 584 - 10 - browseButton.width
         height: Theme.fieldHeight
         textLeftPadding: 12
@@ -37,8 +34,9 @@ Rectangle {
         color: Theme.fieldTextColor
         enterImage: "qrc:/image/lineEditBg.png"
         exitImge: "qrc:/image/lineEditBg.png"
-        placeholderText: root.defaultPath + DataManager.emptyString
+        placeholderText: root.defaultPath
         accessibleName: qsTranslate("main", "Installation directory") + DataManager.emptyString
+        accessibleDescription: root.hint
     }
 
     FocusRing {
@@ -54,7 +52,7 @@ Rectangle {
 
         objectName: "browseButton"
         x: 612 - width
-        y: 16
+        y: pathField.y
         width: textLength() > 88 ? textLength() + 40 : 88
         height: Theme.fieldHeight
         radius: 5
@@ -67,9 +65,23 @@ Rectangle {
         onClicked: root.browse()
     }
 
+    // The field tells it to screen readers.
+    SceneText {
+        objectName: "hintText"
+        x: pathField.x
+        y: 47
+        width: 584
+        baseSize: Theme.hintText
+        textFormat: Text.PlainText
+        elide: Text.ElideMiddle
+        maximumLineCount: 1
+        text: root.hint
+        Accessible.ignored: true
+    }
+
     Row {
         x: 28
-        y: 64
+        y: 70
         spacing: 36
 
         SceneCheckBox {

@@ -56,6 +56,8 @@ Item {
         pressedColor: Theme.hoverColor
         btIcon: "qrc:/image/main_close.png"
         Accessible.name: qsTranslate("main", "Close") + DataManager.emptyString
+        Accessible.description: root.closable ? ""
+            : qsTranslate("main", "Not available now") + DataManager.emptyString
         onClicked: root.close()
     }
 }

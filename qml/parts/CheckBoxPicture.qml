@@ -8,6 +8,7 @@ Item {
 
     implicitWidth: label.x + label.implicitWidth
     implicitHeight: Math.max(20, label.implicitHeight)
+    baselineOffset: label.y + label.baselineOffset
 
     Image {
         id: tick

@@ -61,6 +61,16 @@ TableView {
     }
 
     itemDelegate: Item {
+        Rectangle {
+            x: 2
+            y: 1
+            width: table.width - 4
+            height: parent.height - 1
+            radius: 3
+            visible: rowArea.containsMouse
+            color: Theme.listHoverColor
+        }
+
         Text {
             x: 10
             anchors.verticalCenter: parent.verticalCenter

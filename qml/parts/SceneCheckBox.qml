@@ -7,6 +7,7 @@ CheckBox {
 
     function toggleByKey(event) {
         event.accepted = true;
+        ring.byKeyboard = true;
         if (!event.isAutoRepeat)
             checked = !checked;
     }
@@ -20,11 +21,20 @@ CheckBox {
             checked: root.checked
             pressed: root.pressed
             text: root.text
-
-            FocusRing {
-                focusItem: root
-                radius: 6
-            }
         }
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        onPressed: {
+            ring.focusByMouse();
+            mouse.accepted = false;
+        }
+    }
+
+    FocusRing {
+        id: ring
+
+        radius: 6
     }
 }

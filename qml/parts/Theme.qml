@@ -25,6 +25,10 @@ QtObject {
     readonly property color listMarkedTextColor: "#4373fb"
     readonly property color listHoverTextColor: "#308236"
     readonly property color listRowColor: "#f2f9f3"
+    readonly property color listHoverColor: "#d3ecd8"
+    readonly property color noticeColor: "#fff3d6"
+    readonly property color noticeEdgeColor: "#d9822b"
+    readonly property color noticeTextColor: "#4a3200"
 
     // Pixels.
     readonly property int windowWidth: 640
@@ -40,6 +44,7 @@ QtObject {
     readonly property int footTextTop: 346
 
     // Base sizes of texts, for points().
+    readonly property real hintText: 9
     readonly property real smallText: 10
     readonly property real normalText: 11
     readonly property real titleText: 14
