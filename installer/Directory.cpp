@@ -3,6 +3,7 @@
 #include "installer/AskingUser.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <algorithm>
@@ -93,6 +94,8 @@ int walk(int start, QByteArray path, Place place)
     return current.number < 0 ? -1 : openat(current.number, ".", flags | O_DIRECTORY);
 }
 
+QString descriptorPath(int handle) { return QStringLiteral("/proc/self/fd/%1").arg(handle); }
+
 QByteArray randomName(const QByteArray &prefix)
 {
     return prefix + '.' + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
@@ -172,10 +175,14 @@ Directory Directory::open(const QString &path)
 
 Directory Directory::subdirectory(const QByteArray &name) const
 {
-    if (geteuid() == 0) {
-        return Directory(walk(m_handle, name, Place::Below));
+    constexpr int flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+    if (geteuid() != 0) {
+        return Directory(openat(m_handle, name.constData(), flags));
     }
-    return Directory(openat(m_handle, name.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    Directory plain(openat(m_handle, name.constData(), flags | O_NOFOLLOW));
+    return plain.isOpen() || plain.error() != ENOTDIR // as for a link
+        ? std::move(plain)
+        : Directory(walk(m_handle, name, Place::Below));
 }
 
 Directory Directory::makeSubdirectory(const QByteArray &name, mode_t mode) const
@@ -228,7 +235,31 @@ bool Directory::isExposed() const
     return status.st_uid != 0 || (isWritable && (status.st_mode & S_ISVTX) == 0);
 }
 
-QString Directory::path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_handle); }
+QString Directory::canonicalPath() const
+{
+    char target[PATH_MAX];
+    const ssize_t length =
+        readlink(descriptorPath(m_handle).toLatin1().constData(), target, sizeof target);
+    return QFile::decodeName(QByteArray(target, static_cast<int>(std::max<ssize_t>(length, 0))));
+}
+
+QString Directory::path() const
+{
+    const QString canonical = canonicalPath();
+    bool isExposedOnTheWay = isExposed();
+    for (QString above = canonical; above.size() > 1 && !isExposedOnTheWay;) {
+        above = QFileInfo(above).path();
+        isExposedOnTheWay = open(above).isExposed();
+    }
+    return isExposedOnTheWay ? descriptorPath(m_handle) : canonical;
+}
+
+QString Directory::pathBelow(const QString &parentPath) const
+{
+    const QString canonical = canonicalPath();
+    const bool isPlain = QFileInfo(canonical).path() == parentPath;
+    return isPlain && !isExposed() ? canonical : path();
+}
 
 WrittenFile writeFile(
     const Directory &directory, const QByteArray &name, const QByteArray &content, mode_t mode)

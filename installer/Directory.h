@@ -59,10 +59,16 @@ public:
     Identity identity() const;
     // Another user can put links under the names in it while root works there.
     bool isExposed() const;
-    // A path for functions that take no descriptor, good for as long as this object.
+    // A path for functions that take no descriptor, good for as long as this object: the canonical
+    // one where nobody else can lead it elsewhere while root works, else the descriptor's, which
+    // takes the kernel a third longer. Empty when there is no /proc.
     QString path() const;
+    // The same for a subdirectory of one whose path() is known already.
+    QString pathBelow(const QString &parentPath) const;
 
 private:
+    QString canonicalPath() const;
+
     explicit Directory(int handle); // -1: errno tells why
 
     int m_handle = -1;

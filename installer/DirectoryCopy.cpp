@@ -79,6 +79,7 @@ private:
     struct Target {
         Directory directory;
         QString name; // for log lines and reports
+        QString path; // for QFile
         bool existed; // before this copy
     };
 
@@ -167,7 +168,9 @@ void DirectoryCopier::copyTop(const QString &fromDir, const QString &toDir)
         fail(CopyOutcome::MakeDirectory, directory.error(), QString(), toDir);
         return;
     }
-    copy(fromDir, {std::move(directory), QDir(toDir).path(), existed},
+    const QString path = directory.path();
+    const QString name = QDir(toDir).path();
+    copy(fromDir, {std::move(directory), name, path.isEmpty() ? name : path, existed},
         Directory::Identity::of(QDir(fromDir).absolutePath()));
 }
 
@@ -218,10 +221,7 @@ bool DirectoryCopier::copyInto(const QFileInfo &entry, const Target &target) con
         // too; whether it fails since there is nothing or since it may not, the copy tells.
         unlinkat(target.directory.handle(), QFile::encodeName(entry.fileName()).constData(), 0);
     }
-    // Without /proc the name has to do.
-    static const bool isDescriptorNamed = access("/proc/self/fd", X_OK) == 0;
-    const QString &into = isDescriptorNamed ? target.directory.path() : target.name;
-    return QFile::copy(entry.filePath(), into + QLatin1Char('/') + entry.fileName());
+    return QFile::copy(entry.filePath(), target.path + QLatin1Char('/') + entry.fileName());
 }
 
 bool DirectoryCopier::copyThrough(
@@ -289,7 +289,9 @@ bool DirectoryCopier::copySubdirectory(
         return true;
     }
     logDirectories(from, to);
-    Directory directory = target.directory.subdirectory(QFile::encodeName(entry.fileName()));
+    Directory directory = target.existed
+        ? target.directory.subdirectory(QFile::encodeName(entry.fileName()))
+        : Directory();
     const bool existed = directory.isOpen();
     if (!existed && directory.error() != ELOOP) {
         directory = makeDirectory(entry, target, workshop);
@@ -297,7 +299,10 @@ bool DirectoryCopier::copySubdirectory(
     if (!directory.isOpen()) {
         return fail(CopyOutcome::MakeDirectory, directory.error(), entry.fileName(), target.name);
     }
-    return copy(from, {std::move(directory), to, existed}, source);
+    const QString path = existed || workshop.directory.isOpen()
+        ? directory.pathBelow(target.path)
+        : target.path + QLatin1Char('/') + entry.fileName();
+    return copy(from, {std::move(directory), to, path.isEmpty() ? to : path, existed}, source);
 }
 
 } // namespace

@@ -239,7 +239,7 @@ missing_commands() {
     quick_install
     try_it_now
     expect "everything is installed" complete
-    expect "the launchers are not executable" test ! -x "$target/VornRun.sh"
+    expect "the launchers are executable" test -x "$target/VornRun.sh"
     end
     begin "no pkexec in PATH" "PATH has chmod and rm only"
     surroundings=(PATH="$work/no-pkexec")
