@@ -2,6 +2,7 @@
 
 #include "base/ExecutableDirectory.h"
 #include "installer/AskingUser.h"
+#include "installer/PathOutlook.h"
 
 #include <QDir>
 
@@ -10,6 +11,8 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -20,11 +23,32 @@ constexpr std::chrono::milliseconds farewell(500);
 } // namespace
 
 struct PathLook::Workers {
+    struct Answer {
+        int number; // of the path
+        PathOutlook outlook;
+        QString home;
+    };
+
     std::mutex mutex;
     std::condition_variable ended;
     PathLook *receiver = nullptr; // of the answers; none after its end
+    std::vector<Answer> answers;
     int busy = 0;
+
+    void look(int number, const QString &path, const QString &bundle);
 };
+
+void PathLook::Workers::look(int number, const QString &path, const QString &bundle)
+{
+    Answer answer{number, PathOutlook::of(path, bundle), AskingUser::home()};
+    const std::lock_guard<std::mutex> lock(mutex);
+    --busy;
+    answers.push_back(std::move(answer));
+    if (receiver != nullptr) {
+        QMetaObject::invokeMethod(receiver, "takeAnswers", Qt::QueuedConnection);
+    }
+    ended.notify_all();
+}
 
 PathLook::PathLook(QObject *parent)
     : QObject(parent)
@@ -61,35 +85,34 @@ void PathLook::startWorker()
         }
         ++m_workers->busy;
     }
-    const auto work = [workers = m_workers, path = m_path, bundle = executableDirectory(),
-                          number = m_number] {
-        const Answer answer{PathOutlook::of(path, bundle), AskingUser::home()};
-        const std::lock_guard<std::mutex> lock(workers->mutex);
-        --workers->busy;
-        if (PathLook *receiver = workers->receiver) {
-            QMetaObject::invokeMethod(
-                receiver, [receiver, number, answer] { receiver->take(number, answer); },
-                Qt::QueuedConnection);
-        }
-        workers->ended.notify_all();
-    };
     try {
-        std::thread(work).detach();
+        std::thread([workers = m_workers, number = m_number, path = m_path,
+                        bundle = executableDirectory()] {
+            workers->look(number, path, bundle);
+        }).detach();
     } catch (const std::system_error &) { // no thread to be had: the limit answers
         const std::lock_guard<std::mutex> lock(m_workers->mutex);
         --m_workers->busy;
     }
 }
 
-void PathLook::take(int number, const Answer &answer)
+void PathLook::takeAnswers()
 {
-    m_home = answer.home;
-    if (number == m_number && m_limit.isActive()) {
-        m_limit.stop();
-        const QString &nearest = answer.outlook.nearest;
-        emit looked(m_path, answer.outlook.hint(),
-            QUrl::fromLocalFile(nearest.isEmpty() ? m_home : nearest));
-    } else if (m_isWaiting && m_limit.isActive()) {
+    std::vector<Workers::Answer> answers;
+    {
+        const std::lock_guard<std::mutex> lock(m_workers->mutex);
+        answers.swap(m_workers->answers);
+    }
+    for (const Workers::Answer &answer : answers) {
+        m_home = answer.home;
+        if (answer.number == m_number && m_limit.isActive()) {
+            m_limit.stop();
+            const QString &nearest = answer.outlook.nearest;
+            emit looked(m_path, answer.outlook.hint(),
+                QUrl::fromLocalFile(nearest.isEmpty() ? m_home : nearest));
+        }
+    }
+    if (m_isWaiting && m_limit.isActive()) {
         startWorker();
     }
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "installer/PathOutlook.h"
-
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -24,15 +22,13 @@ public:
 signals:
     void looked(QString path, QString hint, QUrl folder);
 
+private slots:
+    void takeAnswers();
+
 private:
-    struct Answer {
-        PathOutlook outlook;
-        QString home;
-    };
     struct Workers;
 
     void startWorker();
-    void take(int number, const Answer &answer);
     void giveUp();
 
     std::shared_ptr<Workers> m_workers; // shared with the threads

@@ -2,7 +2,8 @@
 # Everything that must hold, from a fresh clone: the test programs, the checks of the sources, a
 # whole installation on a virtual display, and the test programs once more under the sanitizers.
 #     scripts/test.sh              all of it, the quickest first
-#     scripts/test.sh STAGE...     --unit --checks --walk --sanitize, and --deep (clang-tidy, clazy)
+#     scripts/test.sh STAGE...     --unit --checks --walk --sanitize, --threads
+#                                  (ThreadSanitizer), and --deep (clang-tidy, clazy)
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
@@ -17,6 +18,13 @@ run_tests() {
 
 unit() { run_tests "$root/build/test"; }
 sanitize() { run_tests "$root/build/asan" -DVORN_SANITIZE=ON; }
+# What threads share: the queue of copies and the looks at install paths.
+threads() {
+    local folder=$root/build/tsan programs=(tst_operating_files tst_install_path)
+    configure "$folder" -DCMAKE_BUILD_TYPE=Debug -DVORN_SANITIZE_THREADS=ON
+    quietly "$folder/build.log" cmake --build "$folder" --target "${programs[@]}"
+    ctest --test-dir "$folder" --output-on-failure -R "^($(IFS='|' && printf '%s' "${programs[*]}"))\$"
+}
 checks() { "$root/scripts/check.sh"; }
 deep() { "$root/scripts/check.sh" --deep; }
 walk() {
@@ -27,8 +35,8 @@ walk() {
 [ $# -gt 0 ] || set -- --unit --checks --walk --sanitize
 for stage in "$@"; do
     case "$stage" in
-        --unit | --checks | --walk | --sanitize | --deep) ;;
-        *) fail "usage: scripts/test.sh [--unit] [--checks] [--walk] [--sanitize] [--deep]" ;;
+        --unit | --checks | --walk | --sanitize | --threads | --deep) ;;
+        *) fail "usage: scripts/test.sh [--unit] [--checks] [--walk] [--sanitize] [--threads] [--deep]" ;;
     esac
 done
 

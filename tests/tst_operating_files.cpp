@@ -284,10 +284,12 @@ private slots:
         for (int i = 0; i < 60; ++i)
             plant(root, {QString("s/d%1/f=1").arg(i), QString("s/d%1/g=2").arg(i)});
         auto shortLived = std::make_unique<Operating>();
-        QSignalSpy copied(shortLived.get(), &Operating::copyDirectorySuccess);
+        QEventLoop untilCopying;
+        connect(
+            shortLived.get(), &Operating::copyDirectorySuccess, &untilCopying, &QEventLoop::quit);
         shortLived->copyDirectoryFilesThread(root + "/s", root + "/t", false);
         shortLived->copyDirectoryFilesThread(root + "/s", root + "/u", false);
-        QVERIFY(copied.wait());
+        untilCopying.exec();
         shortLived.reset();
         Operating::waitForCopies();
         QCOMPARE(tree(root + "/t"), tree(root + "/s"));
