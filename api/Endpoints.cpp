@@ -48,7 +48,7 @@ constexpr bool rowsStandInTheOrderOfRequests()
             return false;
         }
     }
-    return std::size(endpoints) == static_cast<std::size_t>(Request::DownloadLink) + 1;
+    return std::size(endpoints) == static_cast<std::size_t>(Request::Count);
 }
 static_assert(rowsStandInTheOrderOfRequests());
 

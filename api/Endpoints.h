@@ -30,6 +30,7 @@ enum class Request {
     PushLog,
     CheckRegion,
     DownloadLink,
+    Count // of the others
 };
 
 // One row of the table that posting, routing and time-outs all follow from.

@@ -1,8 +1,13 @@
 #include "api/FileDownload.h"
 
 #include <QNetworkReply>
+#include <QUrl>
 
 #include <array>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -18,7 +23,32 @@ const std::array<OutputNames, 3> outputNames = {{
     {QLatin1String("sarko2linuxTemp"), QLatin1String("C:/VornVPN/sarko2winTemp.exe")},
 }};
 
+// Emptied, and readable by its owner only. -1 when it cannot be opened or is no regular file of
+// this user's own under this name alone; the pipe that it may be is not waited for.
+int openOwnFile(const QByteArray &name, int flags)
+{
+    constexpr mode_t ownersOnly = S_IRUSR | S_IWUSR;
+    const int descriptor = open(name.constData(),
+        O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags, ownersOnly);
+    struct stat file = {};
+    if (descriptor < 0) {
+        return descriptor;
+    }
+    if (fstat(descriptor, &file) == 0 && S_ISREG(file.st_mode) && file.st_nlink == 1
+        && file.st_uid == geteuid() && fchmod(descriptor, ownersOnly) == 0
+        && ftruncate(descriptor, 0) == 0) {
+        return descriptor;
+    }
+    close(descriptor);
+    return -1;
+}
+
 } // namespace
+
+bool FileDownload::isAllowed(const QUrl &address)
+{
+    return address.scheme() == QLatin1String("http") || address.scheme() == QLatin1String("https");
+}
 
 void FileDownload::stop(const QObject *listener)
 {
@@ -37,8 +67,20 @@ void FileDownload::start(QNetworkReply *reply, int kind, const QString &installP
     if (kind >= FullPackage && kind <= ProtocolProgram) {
         chooseFile(installPath, isLinux);
     }
-    if (!m_file.fileName().isEmpty()) {
-        m_file.open(QIODevice::WriteOnly);
+    if (!m_fileName.isEmpty()) {
+        openFile();
+    }
+}
+
+void FileDownload::openFile()
+{
+    const QByteArray name = QFile::encodeName(m_fileName);
+    int descriptor = openOwnFile(name, 0);
+    if (descriptor < 0 && unlink(name.constData()) == 0) {
+        descriptor = openOwnFile(name, O_EXCL);
+    }
+    if (descriptor >= 0) {
+        m_file.open(descriptor, QIODevice::WriteOnly, QFile::AutoCloseHandle);
     }
 }
 
@@ -49,7 +91,7 @@ void FileDownload::chooseFile(const QString &installPath, bool isLinux)
     // The updater that picks the file up looks for it behind a backslash on every system.
     const QString directory =
         installPath.isEmpty() || isAbsolute ? QString() : installPath + QLatin1Char('\\');
-    m_file.setFileName(directory + (isLinux ? names.onLinux : names.elsewhere));
+    m_fileName = directory + (isLinux ? names.onLinux : names.elsewhere);
 }
 
 void FileDownload::receive(qint64 total)
@@ -65,6 +107,10 @@ void FileDownload::receive(qint64 total)
 
 bool FileDownload::finish()
 {
+    const bool isWhole = m_reply && m_reply->error() == QNetworkReply::NoError;
+    if (isWhole && m_file.isOpen() && m_file.flush()) {
+        fchmod(m_file.handle(), 0644);
+    }
     close();
     return m_total > 0;
 }

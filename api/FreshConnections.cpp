@@ -2,7 +2,6 @@
 
 #include <QHttpMultiPart>
 #include <QNetworkAccessManager>
-#include <QNetworkCookieJar>
 #include <QNetworkProxy>
 #include <QNetworkReply>
 
@@ -48,7 +47,7 @@ QNetworkReply *FreshConnections::getFresh(const QNetworkRequest &request)
     return m_current->get(uncompressed(request));
 }
 
-QNetworkReply *FreshConnections::get(const QNetworkRequest &request)
+QNetworkReply *FreshConnections::getShared(const QNetworkRequest &request)
 {
     return m_current->get(uncompressed(request));
 }
@@ -66,10 +65,7 @@ void FreshConnections::renew(void (QNetworkAccessManager::*clear)())
         }
     });
     m_current = createManager();
-    // The jar is one for all; without the new parent it would go with the first manager.
-    QNetworkCookieJar *cookies = retired->cookieJar();
-    m_current->setCookieJar(cookies);
-    cookies->setParent(this);
+    m_current->setCookieJar(retired->cookieJar()); // one for all: it goes with the last manager
 }
 
 QNetworkAccessManager *FreshConnections::createManager()

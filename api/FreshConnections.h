@@ -26,8 +26,8 @@ public:
     QNetworkReply *post(const QNetworkRequest &request, QHttpMultiPart *form);
     // Over a new connection, without credentials of earlier ones.
     QNetworkReply *getFresh(const QNetworkRequest &request);
-    // Over any connection: mirrors and downloads.
-    QNetworkReply *get(const QNetworkRequest &request);
+    // Over any connection, used or not: mirrors and downloads.
+    QNetworkReply *getShared(const QNetworkRequest &request);
 
 private:
     void renew(void (QNetworkAccessManager::*clear)());

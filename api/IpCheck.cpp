@@ -2,13 +2,23 @@
 
 #include "base/ReplyEnvelope.h"
 
+#include <limits>
+
 namespace {
 constexpr int retryLimit = 3; // compared with >=, for the scenes may set any count
 }
 
-IpCheck::Verdict IpCheck::failed()
+// A scene may have set the greatest number there is.
+void IpCheck::countRetry()
 {
-    ++getMyIPNum;
+    if (getMyIPNum < std::numeric_limits<int>::max()) {
+        ++getMyIPNum;
+    }
+}
+
+IpCheck::Verdict IpCheck::countError()
+{
+    countRetry();
     return getMyIPNum >= retryLimit ? Verdict::GiveUp : Verdict::Retry;
 }
 
@@ -21,7 +31,7 @@ IpCheck::Verdict IpCheck::answered(const QJsonObject &reply)
         return Verdict::OwnAddress;
     }
     if (ip == localPublicIp && getMyIPNum < retryLimit) {
-        ++getMyIPNum;
+        countRetry();
         return Verdict::Retry;
     }
     m_exitAddress = {ip, reply.value(QLatin1String("cityid")).toInt(), textOf(reply, "country"),

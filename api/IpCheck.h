@@ -21,7 +21,7 @@ class IpCheck {
 public:
     enum class Verdict { OwnAddress, Retry, Proxied, NotProxied, GiveUp };
 
-    Verdict failed(); // Retry or GiveUp
+    Verdict countError(); // Retry or GiveUp
     Verdict answered(const QJsonObject &reply); // anything but GiveUp
 
     const QString &ownAddress() const { return localPublicIp; }
@@ -32,6 +32,8 @@ public:
     void setRetries(int value) { getMyIPNum = value; }
 
 private:
+    void countRetry();
+
     bool firstIpLookup = true;
     QString localPublicIp;
     int getMyIPNum = 0;

@@ -21,8 +21,7 @@ KQHttpManager::KQHttpManager(QObject *parent)
     m_osVersion = osVersion.toLocal8Bit();
     debugLine() << "操作系统版本:" << osVersion;
 
-    Operating operating;
-    const QStringList macAddresses = operating.getMac();
+    const QStringList macAddresses = Operating::getMac();
     debugLine() << "macAddressList size :" << macAddresses.size();
     if (!macAddresses.isEmpty()) {
         const QString &mac = macAddresses.first();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/Discovery.h"
 #include "api/Endpoints.h"
 #include "api/FileDownload.h"
 #include "api/IpCheck.h"
@@ -16,6 +17,8 @@
 #include <QNetworkRequest>
 #include <QObject>
 #include <QString>
+
+#include <optional>
 
 class DataManager;
 class FreshConnections;
@@ -170,7 +173,9 @@ private:
     };
     using Form = QList<FormField>;
 
-    void post(Request request, const Form &form = {});
+    QNetworkReply *post(Request request, const Form &form = {});
+    QNetworkReply *send(const QString &url, QHttpMultiPart *multiPart);
+    static std::optional<LinkLog::Number> linkLogNumberOf(const QNetworkReply &reply);
     const Endpoint *findEndpointOfUrl(const QString &url) const;
     void sendLinkLog(const LineLinkInfo &record);
 
@@ -179,9 +184,9 @@ private:
     void dealLookupAnswer(const QByteArray &body);
     void dealLookupError();
     void retryLookup();
-    void releaseDirectReplies();
 
     void storeSession(const QString &session); // an empty one means: signed out
+    void followStore(); // before every change of the own record
 
     DataManager *m_dataManager;
     FreshConnections *m_connections;
@@ -191,11 +196,12 @@ private:
     QByteArray m_osVersion;
     QByteArray m_mac; // empty without an adapter
     bool m_replyHandled = true;
-    QList<QNetworkReply *> m_directReplies; // discovery files not answered yet
+    Discovery m_discovery;
     IpCheck m_ipCheck;
     LinkLog m_linkLog;
+    std::optional<LinkLog::Number> m_answeredRecord; // while the reply of an upload is dealt with
     SearchWordList m_searchWords;
-    UserInfo m_userInfo; // the settings get a copy after every change
+    UserInfo m_userInfo; // follows the store before a change, which gets a copy after it
     FileDownload m_download;
     LineCatalogue m_catalogue;
 };

@@ -144,6 +144,7 @@ void KQHttpManager::dealUserInfo(QJsonObject &object)
     debugLine() << "dealUserInfo:" << object;
     const QJsonObject data = dataOf(object);
     if (succeeded(object)) {
+        followStore();
         m_userInfo.setRadiusUserName(textOf(data, "username"));
         m_userInfo.setRadiusPasswd(textOf(data, "radius_pass"));
         m_userInfo.setUid(data.value(QLatin1String("uid")).toInt());
@@ -175,6 +176,10 @@ void KQHttpManager::signOut() { storeSession(QString()); }
 
 void KQHttpManager::storeSession(const QString &session)
 {
+    followStore();
     m_userInfo.setSession(session);
     m_dataManager->setUserInfo(m_userInfo);
 }
+
+// Another manager or a settings file may have changed the store's record, and that one counts.
+void KQHttpManager::followStore() { m_userInfo = m_dataManager->getUserInfo(); }

@@ -5,7 +5,6 @@
 #include "base/Deployment.h"
 #include "base/FirstFrame.h"
 #include "base/ReplyEnvelope.h"
-#include "crypto/Encryption.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
 
@@ -13,7 +12,7 @@
 #include <QLocale>
 #include <QTimer>
 
-#include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -23,20 +22,11 @@ constexpr int lookupRetryDelay = 3000; // milliseconds
 // requests, so a longer body is cut, which counts as an error of that reply.
 constexpr qint64 directSizeLimit = 1024LL * 1024;
 
-QString decipher(const QByteArray &text)
-{
-    try {
-        return QString::fromStdString(Encryption().decode(text.toStdString()));
-    } catch (const std::out_of_range &) {
-        return {};
-    }
-}
-
 } // namespace
 
 void KQHttpManager::getDomainNameFromWeb()
 {
-    releaseDirectReplies();
+    m_discovery.end(this);
     if (m_dataManager->getIsTestMode()) {
         m_baseAddress = m_testDomainName;
         m_dataManager->setDomainName(m_baseAddress);
@@ -45,21 +35,11 @@ void KQHttpManager::getDomainNameFromWeb()
         return;
     }
     FirstFrame::then(this, [this] {
-        releaseDirectReplies();
+        m_discovery.end(this);
         for (const QString &address : qAsConst(Deployment::current().mirrorAddresses)) {
             httpRequestDirect(address);
         }
     });
-}
-
-void KQHttpManager::releaseDirectReplies()
-{
-    const auto replies = std::exchange(m_directReplies, {});
-    for (QNetworkReply *reply : replies) {
-        disconnect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyReadDirect);
-        reply->abort();
-        reply->deleteLater();
-    }
 }
 
 void KQHttpManager::requestWebAddress()
@@ -78,8 +58,8 @@ void KQHttpManager::httpRequestDirect(const QString &url)
         reply = m_connections->getFresh(request);
     } else {
         m_replyHandled = false;
-        reply = m_connections->get(request);
-        m_directReplies.append(reply);
+        reply = m_connections->getShared(request);
+        m_discovery.add(reply);
     }
     connect(reply, &QNetworkReply::readyRead, reply, [reply] {
         if (reply->bytesAvailable() > directSizeLimit) {
@@ -107,8 +87,10 @@ void KQHttpManager::replyReadyReadDirect()
     }
     reply->deleteLater();
     const QString url = reply->url().toString();
-    const bool isLookup = !m_directReplies.removeOne(reply) || isLookupAddress(url);
-    if (reply->error() != QNetworkReply::NoError) {
+    const bool isLookup = !m_discovery.take(reply) || isLookupAddress(url);
+    const bool hasFailed =
+        isLookup ? reply->error() != QNetworkReply::NoError : !Discovery::hasAnswered(*reply);
+    if (hasFailed) {
         debugLine() << "====>应答错误:" << url << " " << reply->errorString();
         if (isLookup) {
             dealLookupError();
@@ -126,22 +108,17 @@ void KQHttpManager::replyReadyReadDirect()
 
 void KQHttpManager::dealDiscoveryFile(const QByteArray &body)
 {
-    m_baseAddress = decipher(body);
+    m_baseAddress = Discovery::addressIn(body);
     m_dataManager->setDomainName(m_baseAddress);
     debugLine() << "域名:" << m_baseAddress;
-    const auto losers = std::exchange(m_directReplies, {});
-    for (QNetworkReply *loser : losers) {
-        disconnect(loser, &QNetworkReply::finished, this, &KQHttpManager::replyReadyReadDirect);
-        debugLine() << "replyReadyReadDirect disconnect------>" << loser->url().toString();
-        connect(loser, &QNetworkReply::finished, loser, &QObject::deleteLater);
-    }
+    m_discovery.end(this);
     emit domainNameFromWebStatus(true);
 }
 
 void KQHttpManager::dealLookupError()
 {
     debugLine() << "应答错误，则再次请求" << m_ipLookupAddress;
-    if (m_ipCheck.failed() == IpCheck::Verdict::Retry) {
+    if (m_ipCheck.countError() == IpCheck::Verdict::Retry) {
         retryLookup();
         return;
     }
@@ -203,8 +180,7 @@ void KQHttpManager::dealCheckRegion(QJsonObject &object)
         emit sendIsChinaIp(false);
         return;
     }
-    Operating operating;
-    emit sendIsChinaIp(!operating.EnableIPInBackCh(textOf(data, "ip")));
+    emit sendIsChinaIp(!Operating::EnableIPInBackCh(textOf(data, "ip")));
 }
 
 void KQHttpManager::getLocalLanguage()

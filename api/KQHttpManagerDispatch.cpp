@@ -16,9 +16,36 @@ namespace {
 
 constexpr int replyTimeOut = 10000; // milliseconds
 
-// No honest reply comes near it. A body that does stops being read there, and the watchdog ends it
-// like any other that does not finish in time.
-constexpr qint64 replySizeLimit = 32LL * 1024 * 1024;
+// A session or a name with a line break in it, from a reply or a settings file, would add headers
+// of its own to the request.
+QByteArray onOneLine(QByteArray value)
+{
+    for (const char control : {'\r', '\n', '\0'}) {
+        value.replace(control, QByteArray());
+    }
+    return value;
+}
+
+// What is longer is no answer; the catalogue of the whole world takes 4 MB.
+qint64 sizeLimitOf(const QString &url)
+{
+    constexpr qint64 mebibyte = 1024 * 1024;
+    const bool isCatalogue = url.endsWith(QLatin1String(endpointOf(Request::AllLines).path));
+    return (isCatalogue ? 16 : 8) * mebibyte;
+}
+
+// Counts what has arrived: a buffer of the size alone lets through what comes in the same moment.
+void limitSize(QNetworkReply *reply, qint64 limit)
+{
+    // A reply whose request has not been sent yet would lose the size of its buffer.
+    QObject::connect(reply, &QNetworkReply::metaDataChanged, reply,
+        [reply, limit] { reply->setReadBufferSize(limit + 1); });
+    QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, limit] {
+        if (reply->bytesAvailable() > limit) {
+            reply->abort();
+        }
+    });
+}
 
 } // namespace
 
@@ -26,7 +53,7 @@ void KQHttpManager::createHttpHeader(QNetworkRequest &request)
 {
     static const QByteArray projectName = QByteArrayLiteral("vornvpn");
     const auto set = [&request](const char *name, const QByteArray &value) {
-        request.setRawHeader(name, value);
+        request.setRawHeader(name, onOneLine(value));
     };
     const UserInfo user = m_dataManager->getUserInfo();
     set("_device_os", m_dataManager->getSystemType().toLocal8Bit());
@@ -79,33 +106,42 @@ void KQHttpManager::addFormData(
     ::addFormData(multiPart, name, value);
 }
 
-void KQHttpManager::post(Request request, const Form &form)
+QNetworkReply *KQHttpManager::post(Request request, const Form &form)
 {
     auto *multiPart = new QHttpMultiPart(QHttpMultiPart::FormDataType);
     for (const auto &[name, value] : form) {
         addFormData(multiPart, QString::fromLatin1(name), value.toUtf8());
     }
-    httpRequestFormdate(m_baseAddress + QLatin1String(endpointOf(request).path), multiPart);
+    return send(m_baseAddress + QLatin1String(endpointOf(request).path), multiPart);
 }
 
 void KQHttpManager::httpRequestFormdate(const QString &url, QHttpMultiPart *multiPart)
+{
+    send(url, multiPart);
+}
+
+QNetworkReply *KQHttpManager::send(const QString &url, QHttpMultiPart *multiPart)
 {
     debugLine() << "接口请求:" << url;
     m_replyHandled = false;
     QNetworkRequest request{QUrl(url)};
     createHttpHeader(request);
     QNetworkReply *reply = m_connections->post(request, multiPart);
-    // The limit is lost on a reply whose request has not been sent yet.
-    connect(reply, &QNetworkReply::metaDataChanged, reply,
-        [reply] { reply->setReadBufferSize(replySizeLimit); });
+    limitSize(reply, sizeLimitOf(url));
     connect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyRead);
     auto *watchdog = new QReplyTimeout(reply, replyTimeOut);
     connect(watchdog, &QReplyTimeout::timeout, this, [this, url, reply] {
+        if (const auto number = linkLogNumberOf(*reply)) {
+            // An address of before is sent again by nobody.
+            findEndpointOfUrl(url) == nullptr ? m_linkLog.uploadFailed(*number)
+                                              : m_linkLog.uploadTimedOut(*number);
+        }
         dealReplyTimeOut(url);
         disconnect(reply, &QNetworkReply::finished, this, &KQHttpManager::replyReadyRead);
         reply->deleteLater();
         reply->abort();
     });
+    return reply;
 }
 
 void KQHttpManager::replyReadyRead()
@@ -115,6 +151,8 @@ void KQHttpManager::replyReadyRead()
     if (reply == nullptr) {
         return;
     }
+    const auto record = linkLogNumberOf(*reply);
+    m_answeredRecord = record;
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     debugLine() << "接口应答状态：" << status;
     if (reply->error() != QNetworkReply::NoError) {
@@ -123,12 +161,17 @@ void KQHttpManager::replyReadyRead()
                     << QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(reply->error())
                     << "><code:" << status << ">";
         if (url.contains(QLatin1String(endpointOf(Request::PushLinkLog).path))) {
-            m_linkLog.uploadFailed();
+            m_linkLog.uploadFailed(record.value_or(LinkLog::stranger));
         }
         emit getHttpCode(status);
     } else {
         dealJsonData(reply, reply->readAll());
+        // What could not be parsed or routed is as good as lost.
+        if (record && m_linkLog.isOnWire(*record)) {
+            m_linkLog.uploadFailed(*record);
+        }
     }
+    m_answeredRecord.reset();
     reply->abort();
     reply->deleteLater();
 }

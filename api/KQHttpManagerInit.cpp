@@ -76,7 +76,7 @@ void KQHttpManager::getInitInfo()
 {
     // The server counts the other way round: "1" stands for an installation that is not the first.
     post(Request::Init,
-        {{"is_first_install", QString::number(Operating().isFirstInstall() ? 0 : 1)}});
+        {{"is_first_install", QString::number(Operating::isFirstInstall() ? 0 : 1)}});
 }
 
 void KQHttpManager::dealInitInfo(QJsonObject &object)

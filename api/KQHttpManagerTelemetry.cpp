@@ -5,6 +5,11 @@
 #include "settings/DataManager.h"
 
 #include <QHash>
+#include <QVariant>
+
+namespace {
+constexpr char linkLogNumber[] = "linkLogNumber"; // property of the reply to an upload
+}
 
 void KQHttpManager::pushLog(
     const QString &flag, const QString &type, const QString &status, const QString &info)
@@ -64,31 +69,46 @@ void KQHttpManager::sendPushLinkLog(
 {
     debugLine() << "发送连接日志:" << srvid << "[" << status << "][" << startTime << "][" << endTime
                 << "][" << protocol << "]";
-    m_linkLog.uploadStarted();
-    post(Request::PushLinkLog,
+    LineLinkInfo record;
+    record.srvid = srvid;
+    record.status = status;
+    record.start_time = startTime;
+    record.end_time = endTime;
+    record.protocol = protocol;
+    const LinkLog::Number number = m_linkLog.uploadStarted(record);
+    QNetworkReply *reply = post(Request::PushLinkLog,
         {{"srvid", QString::number(srvid)}, {"status", status},
             {"start_time", QString::number(startTime)}, {"end_time", QString::number(endTime)},
             {"protocol", protocol}});
+    reply->setProperty(linkLogNumber, number);
+}
+
+std::optional<LinkLog::Number> KQHttpManager::linkLogNumberOf(const QNetworkReply &reply)
+{
+    const QVariant number = reply.property(linkLogNumber);
+    return number.isValid() ? std::make_optional(number.toInt()) : std::nullopt;
 }
 
 void KQHttpManager::dealPushLinkLog(QJsonObject &object)
 {
+    const LinkLog::Number number = m_answeredRecord.value_or(m_linkLog.headNumber());
     if (!succeeded(object)) {
         debugLine() << "dealPushLinkLog error:" << object;
-        m_linkLog.uploadRefused();
+        m_linkLog.uploadRefused(number);
         emit sendPushLinkLogStatus(false, messageOf(object));
         return;
     }
     emit sendPushLinkLogStatus(true, messageOf(object));
     if (m_linkLog.size() == 0) {
+        m_linkLog.uploadAccepted(number);
         return;
     }
-    const auto next = m_linkLog.uploadAccepted();
+    const auto next = m_linkLog.uploadAccepted(number);
     debugLine() << "待上传连接日志个数:" << m_linkLog.size();
     if (next) {
         debugLine() << "继续上传下一条";
         sendLinkLog(*next);
-    } else {
+    } else if (m_linkLog.size() == 0) {
         debugLine() << "所有的线路连接记录已上传完成";
     }
 }

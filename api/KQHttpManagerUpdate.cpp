@@ -96,7 +96,12 @@ void KQHttpManager::httpRequestFile(const QString &url, int kind)
     const QString installPath = m_dataManager->getInstallPath();
     debugLine() << "getInstallPath:" << installPath << " type:" << kind << " url:" << url;
     m_download.stop(this);
-    QNetworkReply *reply = m_connections->get(QNetworkRequest{QUrl(url)});
+    const QUrl address(url);
+    if (!FileDownload::isAllowed(address)) {
+        debugLine() << "下载地址无效:" << url;
+        return;
+    }
+    QNetworkReply *reply = m_connections->getShared(QNetworkRequest{address});
     m_download.start(
         reply, kind, installPath, m_dataManager->getSystemType() == QLatin1String("linux"));
     connect(reply, &QNetworkReply::downloadProgress, this, &KQHttpManager::onDownloadProgress);

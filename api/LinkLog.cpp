@@ -35,8 +35,8 @@ std::optional<LineLinkInfo> LinkLog::add(
     if (startOrEnd == QLatin1String("END") && currentLink.start_time != 0) {
         currentLink.status = status;
         currentLink.end_time = m_clock();
-        linkLogQueue.append(std::exchange(currentLink, LineLinkInfo()));
-        return linkLogUploading ? std::nullopt : head();
+        linkLogQueue.append({++m_lastNumber, std::exchange(currentLink, LineLinkInfo())});
+        return linkLogUploading ? std::nullopt : headToSend();
     }
     if (startOrEnd == QLatin1String("START")) {
         currentLink.start_time = m_clock();
@@ -48,19 +48,58 @@ std::optional<LineLinkInfo> LinkLog::add(
     return std::nullopt;
 }
 
-std::optional<LineLinkInfo> LinkLog::uploadAccepted()
+LinkLog::Number LinkLog::uploadStarted(const LineLinkInfo &record)
 {
+    const auto queued = std::find_if(
+        linkLogQueue.cbegin(), linkLogQueue.cend(), [this, &record](const Entry &entry) {
+            return entry.record == record && !isOnWire(entry.number);
+        });
+    const Number number = queued == linkLogQueue.cend() ? stranger : queued->number;
+    linkLogUploading = true;
+    m_onWire.insert(number);
+    return number;
+}
+
+void LinkLog::uploadRefused(Number number)
+{
+    m_onWire.remove(number);
+    linkLogUploading = true;
+}
+
+void LinkLog::uploadFailed(Number number)
+{
+    m_onWire.remove(number);
+    linkLogUploading = false;
+}
+
+void LinkLog::uploadTimedOut(Number number) { m_onWire.remove(number); }
+
+std::optional<LineLinkInfo> LinkLog::uploadAccepted(Number number)
+{
+    m_onWire.remove(number);
     if (linkLogQueue.isEmpty()) {
         return std::nullopt;
     }
-    linkLogQueue.removeFirst();
-    if (linkLogQueue.isEmpty()) {
-        linkLogUploading = false;
+    const auto accepted = std::find_if(linkLogQueue.begin(), linkLogQueue.end(),
+        [number](const Entry &entry) { return entry.number == number; });
+    if (accepted != linkLogQueue.end()) {
+        linkLogQueue.erase(accepted);
     }
-    return head();
+    linkLogUploading = !linkLogQueue.isEmpty();
+    return headToSend();
 }
 
 std::optional<LineLinkInfo> LinkLog::head() const
 {
-    return linkLogQueue.isEmpty() ? std::nullopt : std::make_optional(linkLogQueue.first());
+    return linkLogQueue.isEmpty() ? std::nullopt : std::make_optional(linkLogQueue.first().record);
+}
+
+LinkLog::Number LinkLog::headNumber() const
+{
+    return linkLogQueue.isEmpty() ? stranger : linkLogQueue.first().number;
+}
+
+std::optional<LineLinkInfo> LinkLog::headToSend() const
+{
+    return isOnWire(headNumber()) ? std::nullopt : head();
 }

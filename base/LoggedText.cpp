@@ -2,14 +2,21 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+
 namespace {
 
-bool isControl(QChar character) { return character.category() == QChar::Other_Control; }
+// C0, DEL and C1: what a terminal obeys, and what ends a line.
+bool isControl(QChar character)
+{
+    const ushort code = character.unicode();
+    return code < 0x20 || (code >= 0x7f && code < 0xa0);
+}
 
 QString escaped(const QString &text)
 {
     QString line;
-    line.reserve(text.size());
+    line.reserve(text.size() + 16);
     for (const QChar character : text) {
         if (!isControl(character)) {
             line += character;
@@ -24,6 +31,15 @@ QString escaped(const QString &text)
 
 } // namespace
 
+QString LoggedText::of(const QString &text)
+{
+    // Most texts are short and harmless, and are logged as they are.
+    if (text.size() > longest / 3) { // a character takes three bytes at most
+        return of(text.toUtf8());
+    }
+    return std::none_of(text.cbegin(), text.cend(), isControl) ? text : escaped(text);
+}
+
 QString LoggedText::of(const QByteArray &body)
 {
     const QString shown = escaped(QString::fromUtf8(body.left(longest)));
@@ -31,8 +47,6 @@ QString LoggedText::of(const QByteArray &body)
         ? shown
         : shown + QStringLiteral("… (%1 bytes more)").arg(body.size() - longest);
 }
-
-QString LoggedText::of(const QString &text) { return of(text.toUtf8()); }
 
 QString LoggedText::of(const QJsonObject &object)
 {

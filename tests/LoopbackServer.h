@@ -10,8 +10,8 @@
 class LoopbackServer : public QTcpServer {
 public:
     // Cut: the connection breaks off in the middle of the body. Silent: it stays, and nothing
-    // comes. Endless: the body is sent over and over.
-    enum Manner { Whole, Cut, Silent, Endless };
+    // comes. Endless: the body is sent over and over. Held: the answer waits for release().
+    enum Manner { Whole, Cut, Silent, Endless, Held };
 
     struct Answer {
         QByteArray body = QByteArray();
@@ -37,6 +37,18 @@ public:
             connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
             connect(socket, &QTcpSocket::readyRead, this, [this, socket] { serve(socket); });
         });
+    }
+
+    // Sends the answer that the path has now to the oldest request that is held.
+    bool release(const QByteArray &path)
+    {
+        for (int i = 0; i < m_held.size(); ++i) {
+            if (m_held[i].path == path && m_held[i].socket) {
+                send(m_held.takeAt(i).socket, m_answers.value(path));
+                return true;
+            }
+        }
+        return false;
     }
 
     QString baseAddress() const { return QString("http://127.0.0.1:%1").arg(serverPort()); }
@@ -86,6 +98,10 @@ private:
             complaints.append(QLatin1String("wrong signature for ") + request.path);
         requests.append(request);
         const Answer answer = m_answers.value(request.path, Answer{{}, 404});
+        if (answer.manner == Held) {
+            m_held.append({request.path, socket});
+            return;
+        }
         QTimer::singleShot(answer.delay, socket, [this, socket, answer] { send(socket, answer); });
     }
 
@@ -117,5 +133,11 @@ private:
             socket->disconnectFromHost();
     }
 
+    struct HeldRequest {
+        QByteArray path;
+        QPointer<QTcpSocket> socket;
+    };
+
     QHash<QByteArray, Answer> m_answers;
+    QList<HeldRequest> m_held;
 };
