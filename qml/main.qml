@@ -81,9 +81,7 @@ Rectangle {
     // The dialog is made when it is first asked for.
     function chooseDirectory() {
         pathDialog.active = true;
-        if (String(outlook.folder) !== "")
-            pathDialog.item.folder = outlook.folder;
-        pathDialog.item.open();
+        pathDialog.item.openAt(outlook.folder);
     }
 
     // The finish button's text sets the width of this button, which is drawn like it.
@@ -242,8 +240,9 @@ Rectangle {
     Connections {
         target: DataManager
         function onLanguageChanged() {
-            outlook.look();
             pathDialog.active = false;
+            if (!progressTimer.running)
+                outlook.look();
         }
     }
 

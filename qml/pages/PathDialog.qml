@@ -5,9 +5,13 @@ import VORN.DataManager 1.0
 FileDialog {
     signal pathChosen(string path)
 
+    // Opening brings a dialog into the working directory, so the folder is set afterwards.
+    function openAt(place) {
+        open();
+        folder = String(place) === "" ? shortcuts.home : place;
+    }
+
     selectFolder: true
-    // Until a better one is known; without it the dialog opens where the installer was started.
-    folder: shortcuts.home
     title: qsTranslate("main", "Select Directory") + DataManager.emptyString
 
     // Where a path begins with "/" the slash goes too, and the path becomes relative to the
