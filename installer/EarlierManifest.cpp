@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr qint64 longestManifest = 16 * 1024 * 1024; // bytes; a real one has some hundred lines
+constexpr qint64 longestManifest = 16'777'216; // bytes; a real one has some hundred lines
 constexpr mode_t mode = 0644;
 
 // Only of a regular file that is no link.

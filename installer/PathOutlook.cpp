@@ -89,7 +89,7 @@ bool freeRoom(const QString &directory, qint64 *bytes)
         return false;
     }
     const auto blocks = geteuid() == 0 ? status.f_bfree : status.f_bavail;
-    *bytes = static_cast<qint64>(blocks * status.f_frsize);
+    *bytes = static_cast<qint64>(blocks) * static_cast<qint64>(status.f_frsize);
     return true;
 }
 

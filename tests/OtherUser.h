@@ -10,7 +10,8 @@ namespace OtherUser {
 
 constexpr uid_t id = 65534;
 
-inline bool exists() { return geteuid() == 0; }
+// Not for root of a user namespace, which has no other user.
+inline bool exists() { return geteuid() == 0 && seteuid(id) == 0 && seteuid(0) == 0; }
 
 inline bool owns(const QString &path)
 {

@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <pthread.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
 
 namespace {
@@ -255,7 +256,18 @@ private slots:
         plant(root, {"s/d/f=1", "s/g=2", "t/d/f=old", "t/g->../private", "private=kept"});
         QVERIFY(OtherUser::owns("t") && OtherUser::owns("t/d") && OtherUser::owns("t/d/f")
             && OtherUser::owns("t/g"));
+        const int watch = inotify_init1(IN_NONBLOCK);
+        QVERIFY(inotify_add_watch(watch, "t", IN_ATTRIB | IN_CREATE) >= 0);
         QVERIFY(operating.copyDirectoryFiles(root + "/s", root + "/t", true));
+        QByteArray changed(4096, '\0');
+        changed.resize(static_cast<int>(read(watch, changed.data(), 4096)));
+        QCOMPARE(close(watch), 0);
+        // Only a directory of ours was made there: no mode was set by a name that he could change.
+        for (int at = 0; at < changed.size();) {
+            const auto *event = reinterpret_cast<const inotify_event *>(changed.constData() + at);
+            QVERIFY2((event->mask & IN_ISDIR) != 0, event->name);
+            at += static_cast<int>(sizeof *event + event->len);
+        }
         QCOMPARE(tree(root + "/t"), tree(root + "/s"));
         QCOMPARE(contentOf("private"), QByteArray("kept"));
         QCOMPARE(QFileInfo("t/d/f").ownerId() + QFileInfo("t/g").ownerId(), 0U);
