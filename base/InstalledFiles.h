@@ -10,6 +10,9 @@ constexpr char uninstallLauncher[] = "UninstallRun.sh";
 constexpr char client[] = "VORN";
 constexpr char uninstaller[] = "Uninstall";
 constexpr char icon[] = "small.ico";
+constexpr char installer[] = "VornInstall";
+constexpr char startScript[] = "start.sh";
+constexpr char qtConfiguration[] = "qt.conf";
 constexpr char manifest[] = "manifest.txt"; // every file of the bundle, one path a line
 // What earlier versions brought and this one does not, written before their manifest is replaced.
 constexpr char previousManifest[] = "manifest.old.txt";

@@ -1,19 +1,19 @@
 import QtQuick 2.9
-import VORN.DataManager 1.0
 import "qrc:/VORN"
+import "qrc:/parts"
 
 PXNorButton {
     property bool primary: true
 
     width: Math.max(172, textLength() + 50)
-    height: 48
-    radius: 24
+    height: Theme.buttonHeight
+    radius: height / 2
     padOrStretch: false
-    pointSize: 11 / DataManager.getDpiScale()
+    pointSize: Theme.points(Theme.normalText)
     border.width: primary ? 0 : 1
-    borderColor: "#a5dfb0"
-    textColor: primary ? "#246b36" : "white"
-    pressedColor: primary ? "transparent" : "#30ffffff"
+    borderColor: Theme.outlineColor
+    textColor: primary ? Theme.buttonTextColor : Theme.textColor
+    pressedColor: primary ? "transparent" : Theme.hoverColor
     btIcon: primary ? "qrc:/image/installBtnBg.png" : ""
     pressedIcon: primary ? "qrc:/image/installBtnBgHover.png" : ""
     releaseIcon: btIcon

@@ -1,11 +1,11 @@
 #include "uninstaller/DirectoryTree.h"
 
 #include <QFile>
-#include <QList>
 
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -14,47 +14,20 @@
 
 namespace {
 
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number)
-    {
-    }
-    Descriptor(Descriptor &&other) noexcept
-        : m_number(std::exchange(other.m_number, -1))
-    {
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    Descriptor &operator=(Descriptor &&other) noexcept
-    {
-        std::swap(m_number, other.m_number);
-        return *this;
-    }
-    ~Descriptor()
-    {
-        if (isOpen()) {
-            close(m_number);
-        }
-    }
-
-    bool isOpen() const { return m_number >= 0; }
-    int number() const { return m_number; }
-    int release() { return std::exchange(m_number, -1); }
-
-private:
-    int m_number;
-};
-
 constexpr int asDirectory = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 constexpr int asPlace = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+constexpr int asFile = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC; // a pipe does not block
+constexpr int longestPath = 4096; // bytes, as the system has it
 
-// The open directory that the last part of the path is in. When that fails, errno tells why.
-Descriptor openParent(const QByteArray &top, const QList<QByteArray> &parts)
+// Opens a path step by step, none of which may be a link.
+Descriptor openWithoutLinks(const QByteArray &path)
 {
-    Descriptor place(open(top.constData(), asPlace));
-    for (int i = 0; place.isOpen() && i + 1 < parts.size(); ++i) {
-        place = Descriptor(openat(place.number(), parts[i].constData(), asPlace));
+    Descriptor place(open("/", asPlace));
+    const QByteArrayList parts = path.split('/');
+    for (const QByteArray &part : parts) {
+        if (place.isOpen() && !part.isEmpty()) {
+            place = Descriptor(openat(place.number(), part.constData(), asPlace));
+        }
     }
     return place;
 }
@@ -64,26 +37,30 @@ bool isPlainPart(const QByteArray &part)
     return !part.isEmpty() && part != "." && part != ".." && !part.contains('\0');
 }
 
-QByteArray parentOf(const QByteArray &path) { return path.left(qMax(0, path.lastIndexOf('/'))); }
-
-template <typename Visit> void forEachParent(QByteArray path, Visit visit)
+bool isRegularFile(int place, const QByteArray &name)
 {
-    while (!path.isEmpty()) {
-        path = parentOf(path);
-        visit(path);
-    }
+    struct stat status = {};
+    return fstatat(place, name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0
+        && S_ISREG(status.st_mode);
 }
 
-struct Contents {
-    QList<QByteArray> files; // whatever is no directory; a directory that was not entered ends in /
-    QList<QByteArray> directories; // each after those below it
-};
-
-// Takes over the descriptor.
-QList<QByteArray> namesIn(Descriptor directory)
+// The same file system can be mounted twice: then only the number of the mount tells.
+bool areOnOneMount(int first, int second)
 {
-    QList<QByteArray> names;
-    const std::unique_ptr<DIR, int (*)(DIR *)> stream(fdopendir(directory.number()), closedir);
+    struct statx one = {};
+    struct statx other = {};
+    return statx(first, "", AT_EMPTY_PATH, STATX_MNT_ID, &one) == 0
+        && statx(second, "", AT_EMPTY_PATH, STATX_MNT_ID, &other) == 0
+        && one.stx_dev_major == other.stx_dev_major && one.stx_dev_minor == other.stx_dev_minor
+        && one.stx_mnt_id == other.stx_mnt_id;
+}
+
+QByteArrayList namesIn(int place)
+{
+    QByteArrayList names;
+    Descriptor directory(openat(place, ".", asDirectory));
+    const std::unique_ptr<DIR, int (*)(DIR *)> stream(
+        directory.isOpen() ? fdopendir(directory.number()) : nullptr, closedir);
     if (!stream) {
         return names;
     }
@@ -97,88 +74,174 @@ QList<QByteArray> namesIn(Descriptor directory)
     return names;
 }
 
-void readContents(int place, const QByteArray &path, dev_t device, Contents &contents)
+// Not open when it is no directory. What may not be entered has a descriptor that reads nothing.
+Descriptor openToEnter(int place, const QByteArray &name, int level, bool *mayEnter)
 {
-    const QList<QByteArray> names = namesIn(Descriptor(openat(place, ".", asDirectory)));
+    Descriptor found(openat(place, name.constData(), asPlace));
+    *mayEnter = found.isOpen() && level < DirectoryTree::mostLevels
+        && faccessat(found.number(), ".", R_OK | X_OK, AT_EACCESS) == 0
+        && areOnOneMount(place, found.number());
+    return found;
+}
+
+void readContents(int place, const QByteArray &path, int level, DirectoryTree::Contents &contents)
+{
+    const QByteArrayList names = namesIn(place);
+    if (names.isEmpty() && !path.isEmpty()) {
+        contents.emptyDirectories.append(path);
+    }
     for (const QByteArray &name : names) {
-        const QByteArray inTop = path.isEmpty() ? name : path + '/' + name;
-        struct stat status = {};
-        if (fstatat(place, name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0
-            || !S_ISDIR(status.st_mode)) {
-            contents.files.append(inTop);
-            continue;
+        bool mayEnter = false;
+        const Descriptor below = openToEnter(place, name, level, &mayEnter);
+        if (mayEnter) {
+            readContents(below.number(), path + name + '/', level + 1, contents);
+        } else if (below.isOpen()) {
+            contents.closedDirectories.append(path + name + '/');
+        } else {
+            contents.files.append(path + name);
         }
-        const Descriptor below(openat(place, name.constData(), asDirectory));
-        if (!below.isOpen() || status.st_dev != device) {
-            contents.files.append(inTop + '/');
-            continue;
+    }
+}
+
+void removeEmptyBelow(int place, int level)
+{
+    const QByteArrayList names = namesIn(place);
+    for (const QByteArray &name : names) {
+        bool mayEnter = false;
+        const Descriptor below = openToEnter(place, name, level, &mayEnter);
+        if (mayEnter) {
+            removeEmptyBelow(below.number(), level + 1);
+            unlinkat(place, name.constData(), AT_REMOVEDIR);
         }
-        readContents(below.number(), inTop, device, contents);
-        contents.directories.append(inTop);
     }
 }
 
 } // namespace
 
+Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
+{
+    std::swap(m_number, other.m_number);
+    return *this;
+}
+
+Descriptor::~Descriptor()
+{
+    if (isOpen()) {
+        const int error = errno; // of the call that the caller asks about
+        close(m_number);
+        errno = error;
+    }
+}
+
+int Descriptor::release() { return std::exchange(m_number, -1); }
+
 DirectoryTree::DirectoryTree(const QString &top)
-    : m_top(QFile::encodeName(top))
+    : m_name(QFile::encodeName(top.section(QLatin1Char('/'), -1)))
+    , m_top(top.isEmpty() ? Descriptor(-1) : openWithoutLinks(QFile::encodeName(top)))
+    , m_error(top.isEmpty() ? ENOENT : errno)
 {
 }
 
-bool DirectoryTree::removeFile(const QByteArray &path)
+// The open directory that the last part of the path is in. When that fails, errno tells why.
+Descriptor DirectoryTree::openParent(const QByteArrayList &parts) const
 {
-    const QList<QByteArray> parts = path.split('/');
-    if (!std::all_of(parts.cbegin(), parts.cend(), isPlainPart)) {
-        return false;
+    Descriptor place(openat(m_top.number(), ".", asPlace));
+    for (int i = 0; place.isOpen() && i + 1 < parts.size(); ++i) {
+        Descriptor next(openat(place.number(), parts[i].constData(), asPlace));
+        if (next.isOpen() && !areOnOneMount(place.number(), next.number())) {
+            errno = EXDEV;
+            return Descriptor(-1);
+        }
+        place = std::move(next);
     }
-    forEachParent(path, [this](const QByteArray &parent) { m_ours.insert(parent); });
-    const Descriptor place = openParent(m_top, parts);
-    if (!place.isOpen()) {
-        return errno == ENOENT;
-    }
+    return place;
+}
+
+std::optional<QByteArray> DirectoryTree::read(const char *name, qint64 mostBytes) const
+{
+    Descriptor descriptor(openat(m_top.number(), name, asFile));
     struct stat status = {};
-    if (fstatat(place.number(), parts.last().constData(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
-        return errno == ENOENT;
+    if (!descriptor.isOpen() || fstat(descriptor.number(), &status) != 0) {
+        return std::nullopt;
     }
-    return !S_ISREG(status.st_mode) || unlinkat(place.number(), parts.last().constData(), 0) == 0;
+    QFile file;
+    if (!S_ISREG(status.st_mode)
+        || !file.open(descriptor.release(), QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        errno = EINVAL;
+        return std::nullopt;
+    }
+    QByteArray content = file.read(mostBytes + 1); // it may grow meanwhile
+    if (content.size() > mostBytes) {
+        errno = EFBIG;
+        return std::nullopt;
+    }
+    return content;
 }
 
-QStringList DirectoryTree::removeEmptyDirectories()
+QByteArrayList DirectoryTree::ownFiles() const
+{
+    QByteArrayList names = namesIn(m_top.number());
+    const auto end = std::remove_if(names.begin(), names.end(),
+        [this](const QByteArray &name) { return !isRegularFile(m_top.number(), name); });
+    names.erase(end, names.end());
+    return names;
+}
+
+int DirectoryTree::removeFile(const QByteArray &path) const
+{
+    const QByteArrayList parts = path.size() < longestPath ? path.split('/') : QByteArrayList();
+    if (parts.isEmpty() || !std::all_of(parts.cbegin(), parts.cend(), isPlainPart)) {
+        return EINVAL;
+    }
+    const Descriptor place = openParent(parts);
+    if (!place.isOpen()) {
+        return errno == ENOENT ? 0 : errno;
+    }
+    const QByteArray &name = parts.last();
+    const bool isThere = isRegularFile(place.number(), name);
+    return isThere && unlinkat(place.number(), name.constData(), 0) != 0 ? errno : 0;
+}
+
+DirectoryTree::Refusal DirectoryTree::removeEmptyParents(const QByteArray &path) const
+{
+    QByteArrayList parts = path.size() < longestPath ? path.split('/') : QByteArrayList();
+    if (!std::all_of(parts.cbegin(), parts.cend(), isPlainPart)) {
+        return {};
+    }
+    while (parts.size() > 1) {
+        parts.removeLast();
+        const Descriptor place = openParent(parts);
+        if (!place.isOpen() || unlinkat(place.number(), parts.last().constData(), AT_REMOVEDIR) == 0
+            || errno == ENOENT) {
+            continue;
+        }
+        return {parts.join('/') + '/', errno};
+    }
+    return {};
+}
+
+DirectoryTree::Contents DirectoryTree::contents() const
 {
     Contents contents;
-    QStringList failed;
-    m_left.clear();
-    {
-        const Descriptor top(open(m_top.constData(), asDirectory));
-        struct stat status = {};
-        if (!top.isOpen() || fstat(top.number(), &status) != 0) {
-            return failed;
-        }
-        readContents(top.number(), QByteArray(), status.st_dev, contents);
-    }
+    readContents(m_top.number(), QByteArray(), 0, contents);
+    return contents;
+}
 
-    QSet<QByteArray> occupied;
-    const auto occupy = [&occupied](const QByteArray &parent) { occupied.insert(parent); };
-    for (const QByteArray &file : qAsConst(contents.files)) {
-        m_left.append(QFile::decodeName(file));
-        forEachParent(file.endsWith('/') ? file.chopped(1) : file, occupy);
+void DirectoryTree::removeEmptyDirectories() const { removeEmptyBelow(m_top.number(), 0); }
+
+// The name can be taken by another directory meanwhile, which then has to be empty to go: nothing
+// of its owner's is lost. The parent is that of the open directory, wherever it is by now.
+int DirectoryTree::removeTop() const
+{
+    const Descriptor parent(openat(m_top.number(), "..", asPlace));
+    struct stat ours = {};
+    struct stat named = {};
+    if (!parent.isOpen() || fstat(m_top.number(), &ours) != 0
+        || fstatat(parent.number(), m_name.constData(), &named, AT_SYMLINK_NOFOLLOW) != 0) {
+        return errno;
     }
-    for (const QByteArray &directory : qAsConst(contents.directories)) {
-        if (occupied.contains(directory)) {
-            continue;
-        }
-        const bool mayGo = contents.files.isEmpty() || m_ours.contains(directory);
-        const QList<QByteArray> parts = directory.split('/');
-        const Descriptor place = openParent(m_top, parts);
-        if (mayGo && unlinkat(place.number(), parts.last().constData(), AT_REMOVEDIR) == 0) {
-            continue;
-        }
-        (mayGo ? failed : m_left).append(QFile::decodeName(directory) + QLatin1Char('/'));
-        forEachParent(directory, occupy);
+    if (ours.st_dev != named.st_dev || ours.st_ino != named.st_ino) {
+        return ENOTDIR;
     }
-    if (!occupied.contains(QByteArray()) && rmdir(m_top.constData()) != 0) {
-        failed.append(QFile::decodeName(m_top) + QLatin1Char('/'));
-    }
-    m_left.sort();
-    return failed;
+    return unlinkat(parent.number(), m_name.constData(), AT_REMOVEDIR) == 0 ? 0 : errno;
 }

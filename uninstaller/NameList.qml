@@ -2,46 +2,88 @@ import QtQuick 2.9
 import VORN.DataManager 1.0
 import "qrc:/parts"
 
-// The first of many names under a heading, and how many more there are.
-Column {
+// Names under headings, all of them: the wheel, the keys and a drag move a long list.
+Item {
     id: root
 
-    property string heading
-    property var names: []
-    property int rows: 5
-    // Where all but one fit, the line that tells of it takes no more room than the name itself.
-    readonly property int shown: names.length > rows ? rows - 1 : names.length
+    property var failed: []
+    property var kept: []
+    property bool lacksRights
+    readonly property int rowsOfFailed: failed.length > 0 ? failed.length + 1 : 0
+    readonly property int rowsOfKept: kept.length > 0 ? kept.length + 1 : 0
+    readonly property real wantedHeight: names.contentHeight
+    property alias view: names // what takes the focus
 
-    visible: names.length > 0
-    spacing: 4
-
-    SceneText {
-        width: parent.width
-        wrapMode: Text.Wrap
-        font.bold: true
-        text: root.heading
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+    function isHeading(row) {
+        return row === 0 || row === rowsOfFailed;
     }
 
-    Repeater {
-        model: root.names.slice(0, root.shown)
+    function headingOfFailed() {
+        const heading = qsTranslate("uninstall", "These could not be removed:");
+        return lacksRights ? heading + "\n" + qsTranslate("uninstall", "Start the uninstaller again with administrator rights.")
+                           : heading;
+    }
 
-        SceneText {
-            width: root.width
-            elide: Text.ElideMiddle
+    function textOf(row) {
+        if (row < rowsOfFailed)
+            return row === 0 ? headingOfFailed() : failed[row - 1];
+        return row === rowsOfFailed ? qsTranslate("uninstall", "These files do not belong to VornVPN and were kept:")
+                                    : kept[row - rowsOfFailed - 1];
+    }
+
+    ListView {
+        id: names
+
+        objectName: "names"
+        anchors.fill: parent
+        anchors.rightMargin: 12
+        model: root.rowsOfFailed + root.rowsOfKept
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height
+        activeFocusOnTab: interactive
+        Accessible.role: Accessible.List
+
+        function scrollBy(pixels) {
+            const last = originY + contentHeight - height;
+            contentY = Math.max(originY, Math.min(last, contentY + pixels));
+        }
+
+        Keys.onUpPressed: scrollBy(-24)
+        Keys.onDownPressed: scrollBy(24)
+        Keys.onPressed: {
+            event.accepted = true;
+            if (event.key === Qt.Key_PageUp)
+                scrollBy(-height);
+            else if (event.key === Qt.Key_PageDown)
+                scrollBy(height);
+            else if (event.key === Qt.Key_Home)
+                positionViewAtBeginning();
+            else if (event.key === Qt.Key_End)
+                positionViewAtEnd();
+            else
+                event.accepted = false;
+        }
+
+        delegate: SceneText {
+            width: names.width
+            topPadding: index > 0 && root.isHeading(index) ? 10 : 0
+            bottomPadding: 4
+            wrapMode: Text.Wrap
             textFormat: Text.PlainText
-            maximumLineCount: 1
-            text: modelData
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            font.bold: root.isHeading(index)
+            text: root.textOf(index) + DataManager.emptyString
         }
     }
 
-    SceneText {
-        visible: root.names.length > root.shown
-        text: (qsTranslate("uninstall", "and %1 more") + DataManager.emptyString).arg(root.names.length - root.shown)
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+    Rectangle {
+        objectName: "scrollMark"
+        visible: names.interactive
+        anchors.right: parent.right
+        y: names.visibleArea.yPosition * parent.height
+        width: 5
+        height: Math.max(20, names.visibleArea.heightRatio * parent.height)
+        radius: 2
+        color: Theme.outlineColor
     }
 }

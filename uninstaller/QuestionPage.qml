@@ -21,11 +21,9 @@ Item {
         objectName: "questionText"
         anchors.horizontalCenter: parent.horizontalCenter
         y: 190
-        baseSize: 16
+        baseSize: Theme.headlineText
         font.bold: true
         text: qsTranslate("uninstall", "Uninstall VornVPN") + DataManager.emptyString
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     SceneText {
@@ -37,8 +35,6 @@ Item {
         wrapMode: Text.Wrap
         lineHeight: 1.2
         text: qsTranslate("uninstall", "This removes the client, its menu entry and its autostart entry. Files of your own in its directory are kept.") + DataManager.emptyString
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     Row {

@@ -1,36 +1,20 @@
 #include "uninstaller/Removal.h"
 
+#include "base/InstalledFiles.h"
 #include "uninstaller/DirectoryTree.h"
+#include "uninstaller/MenuEntry.h"
+#include "uninstaller/RemovalPlan.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
+#include <QSet>
 
 #include <algorithm>
-#include <optional>
+#include <cerrno>
+#include <cstdio>
 
 namespace {
-
-const QLatin1String manifestName("manifest.txt");
-
-const char *const launchers[] = {"VornRun.sh", "UninstallRun.sh"};
-
-// What the installer and the client write into the directory. "log.txt" is not among them: any
-// file may have that name, and the delivered programs write none.
-const char *const writtenLater[] = {
-    "VornData.json", "CommonUsedLine.json", "VersionInfo.json", "UpdateInfo.json", "errorlog.txt"};
-
-std::optional<QList<QByteArray>> readManifest(const QString &directory)
-{
-    const QString path = directory + QLatin1Char('/') + manifestName;
-    QFile file(path);
-    if (QFileInfo(path).isSymLink() || !file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
-    }
-    QList<QByteArray> lines = file.readAll().split('\n');
-    lines.removeAll(QByteArray());
-    return lines;
-}
 
 class PercentageTeller {
 public:
@@ -42,7 +26,7 @@ public:
 
     void step()
     {
-        const int percentage = ++m_done * 100 / m_steps;
+        const int percentage = static_cast<int>(++m_done * 100 / m_steps);
         if (percentage != m_told) {
             m_told = percentage;
             m_tell(percentage);
@@ -51,9 +35,118 @@ public:
 
 private:
     const Removal::Progress &m_tell;
-    int m_steps;
-    int m_done = 0;
+    qint64 m_steps;
+    qint64 m_done = 0;
     int m_told = 0;
+};
+
+// One run of a plan, from its files to the directory itself.
+class Run {
+public:
+    Run(const DirectoryTree &tree, const RemovalPlan &plan, RemovalReport &report)
+        : m_tree(tree)
+        , m_plan(plan)
+        , m_report(report)
+    {
+    }
+
+    void remove(const Removal::Progress &progress)
+    {
+        PercentageTeller teller(progress, m_plan.first.size() + m_plan.last.size() + 1);
+        tellOfManifests();
+        removeFiles(m_plan.first, teller);
+        const bool isEmpty = removeDirectories();
+        removeFiles(m_plan.last, teller);
+        const int error = isEmpty ? m_tree.removeTop() : 0;
+        if (error != 0 && error != ENOTEMPTY) {
+            fail("./", error);
+        }
+    }
+
+private:
+    void fail(const QByteArray &name, int error)
+    {
+        m_failed.insert(name);
+        m_report.failed.append({QFile::decodeName(name), error});
+    }
+
+    void tellOfManifests()
+    {
+        if (m_plan.previousManifestError != 0) {
+            fail(InstalledFiles::previousManifest, m_plan.previousManifestError);
+        }
+        // A run that was stopped when it had all but the directory itself left no manifest.
+        const DirectoryTree::Contents contents = m_tree.contents();
+        const bool isBare = contents.files.isEmpty() && contents.closedDirectories.isEmpty();
+        if (m_plan.manifestError != 0 && !isBare) {
+            fail(InstalledFiles::manifest, m_plan.manifestError);
+        }
+    }
+
+    void removeFiles(const QByteArrayList &paths, PercentageTeller &teller)
+    {
+        for (const QByteArray &path : paths) {
+            if (const int error = m_tree.removeFile(path)) {
+                fail(path, error);
+            }
+            teller.step();
+        }
+    }
+
+    // True when nothing is left but the last files of the plan.
+    bool removeDirectories()
+    {
+        QHash<QByteArray, int> refusals;
+        for (const QByteArray &path : m_plan.first) {
+            const auto refusal = m_tree.removeEmptyParents(path);
+            if (refusal.error != 0) {
+                refusals.insert(refusal.directory, refusal.error);
+            }
+        }
+        DirectoryTree::Contents left = contentsWithoutLast();
+        // An empty directory beside files of others may be theirs.
+        if (left.files.isEmpty() && left.closedDirectories.isEmpty()) {
+            m_tree.removeEmptyDirectories();
+            left = contentsWithoutLast();
+        }
+        for (const QByteArray &directory : qAsConst(left.emptyDirectories)) {
+            if (refusals.contains(directory)) {
+                fail(directory, refusals.value(directory));
+            }
+        }
+        const QByteArrayList stayed = left.files + left.emptyDirectories + left.closedDirectories;
+        tellOfStayed(stayed);
+        return stayed.isEmpty();
+    }
+
+    DirectoryTree::Contents contentsWithoutLast() const
+    {
+        DirectoryTree::Contents contents = m_tree.contents();
+        const auto end = std::remove_if(contents.files.begin(), contents.files.end(),
+            [this](const QByteArray &path) { return m_plan.last.contains(path); });
+        contents.files.erase(end, contents.files.end());
+        return contents;
+    }
+
+    void tellOfStayed(QByteArrayList stayed)
+    {
+        std::sort(stayed.begin(), stayed.end());
+        for (const QByteArray &name : qAsConst(stayed)) {
+            if (m_failed.contains(name)) {
+                continue;
+            }
+            if (m_plan.manifestError != 0) {
+                fail(name, 0);
+            } else {
+                m_report.kept.append(QFile::decodeName(name));
+            }
+        }
+    }
+
+    const DirectoryTree &m_tree;
+    const RemovalPlan &m_plan;
+    RemovalReport &m_report;
+    QSet<QByteArray> m_failed;
 };
 
 } // namespace
@@ -69,67 +162,22 @@ RemovalReport Removal::run(const Progress &progress) const
     RemovalReport report;
     // While the directory still stands its other names can be told from those of other places.
     for (const QString &entry : m_desktopEntries) {
-        if (isOurs(entry) && !QFile::remove(entry)) {
-            report.failed.append(entry);
+        if (MenuEntry::starts(entry, m_directory)
+            && std::remove(QFile::encodeName(entry).constData()) != 0) {
+            report.failed.append({entry, errno});
         }
     }
-
-    const std::optional<QList<QByteArray>> manifest = readManifest(m_directory);
-    QList<QByteArray> paths(std::begin(launchers), std::end(launchers));
-    if (manifest) {
-        std::copy(std::begin(writtenLater), std::end(writtenLater), std::back_inserter(paths));
-        paths += *manifest;
-        // A removal that was cut short can be taken up again as long as the list is there.
-        paths.removeAll(QByteArray(manifestName.data()));
-        paths.append(QByteArray(manifestName.data()));
-    } else {
-        report.failed.append(manifestName);
+    const DirectoryTree tree(m_directory);
+    if (!tree.isOpen()) {
+        report.failed.append({QString::fromLatin1(InstalledFiles::manifest), tree.error()});
+        return report;
     }
-
-    DirectoryTree tree(m_directory);
-    PercentageTeller teller(progress, paths.size() + 1);
-    for (const QByteArray &path : qAsConst(paths)) {
-        if (!tree.removeFile(path)) {
-            report.failed.append(QFile::decodeName(path));
-        }
-        teller.step();
-    }
-    report.failed += tree.removeEmptyDirectories();
-    const QStringList stayed = tree.left();
-    for (const QString &left : stayed) {
-        if (!report.failed.contains(left)) {
-            (manifest ? report.kept : report.failed).append(left);
-        }
-    }
+    Run(tree, RemovalPlan::of(tree), report).remove(progress);
     return report;
 }
 
 QStringList Removal::installedEntries()
 {
-    return {QStringLiteral("/usr/share/applications/Vorn.desktop"),
-        QStringLiteral("/etc/xdg/autostart/Vorn.desktop")};
-}
-
-// A second installation in another directory keeps its entries. The path stands in the entry as
-// the user typed it, so it may go through links; one that was picked in the installer's folder
-// dialog lacks the leading "/".
-bool Removal::isOurs(const QString &desktopEntry) const
-{
-    constexpr qint64 longestEntry = 65536;
-    QFile file(desktopEntry);
-    if (!QFileInfo(desktopEntry).isFile() || !file.open(QIODevice::ReadOnly)) {
-        return false;
-    }
-    const QStringList lines = QString::fromUtf8(file.read(longestEntry)).split(QLatin1Char('\n'));
-    const QString key = QStringLiteral("Exec=");
-    const QString launcher = QStringLiteral("/VornRun.sh");
-    for (const QString &line : lines) {
-        if (!line.startsWith(key) || !line.endsWith(launcher)) {
-            continue;
-        }
-        const QString named = line.mid(key.size(), line.size() - key.size() - launcher.size());
-        return QDir::isAbsolutePath(named) ? QFileInfo(named).canonicalFilePath() == m_directory
-                                           : m_directory.endsWith(QLatin1Char('/') + named);
-    }
-    return false;
+    return {QString::fromLatin1(InstalledFiles::menuEntry),
+        QString::fromLatin1(InstalledFiles::autostartEntry)};
 }

@@ -19,18 +19,16 @@ Item {
 
     SceneText {
         objectName: "removingText"
-        x: 27
-        y: 346
+        x: Theme.margin
+        y: Theme.footTextTop
         text: qsTranslate("uninstall", "Removing...") + DataManager.emptyString
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     SceneText {
         id: percentText
 
         anchors.right: bar.right
-        y: 346
+        y: Theme.footTextTop
         text: root.shown + "%"
     }
 
@@ -38,8 +36,8 @@ Item {
         id: bar
 
         objectName: "progressBar"
-        x: 27
-        y: 374
+        x: Theme.margin
+        y: Theme.footTop
         source: "qrc:/image/progressBarBg.png"
         Accessible.role: Accessible.ProgressBar
         Accessible.name: qsTranslate("uninstall", "Progress of the removal") + DataManager.emptyString

@@ -7,8 +7,8 @@ Item {
 
     property var kept: []
     property var failed: []
+    property bool lacksRights
     readonly property bool nothingLeft: kept.length + failed.length === 0
-    readonly property int rowsOfList: kept.length > 0 && failed.length > 0 ? 3 : 8
 
     signal closed()
 
@@ -25,12 +25,10 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         fontSizeMode: Text.HorizontalFit
         minimumPointSize: 8
-        baseSize: 16
+        baseSize: Theme.headlineText
         font.bold: true
         text: (root.failed.length > 0 ? qsTranslate("uninstall", "VornVPN could not be removed completely")
                                       : qsTranslate("uninstall", "VornVPN has been removed")) + DataManager.emptyString
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     Rectangle {
@@ -38,33 +36,22 @@ Item {
         x: 60
         y: 108
         width: 520
-        height: lists.height + 28
+        height: Math.min(218, list.wantedHeight + 28)
         radius: 8
-        color: "#c0184f2a"
+        color: Theme.boxColor
 
-        Column {
-            id: lists
+        NameList {
+            id: list
 
-            x: 18
-            y: 14
-            width: parent.width - 36
-            spacing: 10
+            anchors.fill: parent
+            anchors.margins: 14
+            failed: root.failed
+            kept: root.kept
+            lacksRights: root.lacksRights
+        }
 
-            NameList {
-                objectName: "failedList"
-                width: parent.width
-                rows: root.rowsOfList
-                heading: qsTranslate("uninstall", "These could not be removed:") + DataManager.emptyString
-                names: root.failed
-            }
-
-            NameList {
-                objectName: "keptList"
-                width: parent.width
-                rows: root.rowsOfList
-                heading: qsTranslate("uninstall", "These files do not belong to VornVPN and were kept:") + DataManager.emptyString
-                names: root.kept
-            }
+        FocusRing {
+            focusItem: list.view
         }
     }
 
@@ -72,7 +59,7 @@ Item {
         objectName: "doneButton"
         anchors.horizontalCenter: parent.horizontalCenter
         y: root.nothingLeft ? 300 : 346
-        btText: qsTranslate("uninstall", "Close") + DataManager.emptyString
+        btText: qsTranslate("main", "Close") + DataManager.emptyString
         onClicked: root.closed()
     }
 }

@@ -1,7 +1,7 @@
 import QtQuick 2.9
 import QtQuick.Window 2.2
 import VORN.DataManager 1.0
-import "qrc:/VORN"
+import "qrc:/pages"
 import "qrc:/parts"
 
 // The uninstaller: it asks once, removes, and tells what was kept.
@@ -22,9 +22,9 @@ Rectangle {
             Qt.quit();
     }
 
-    width: 640
-    height: 420
-    radius: 12
+    width: Theme.windowWidth
+    height: Theme.pageHeight
+    radius: Theme.pageRadius
     color: "transparent"
     focus: true
     Keys.onEscapePressed: closeWindow()
@@ -75,53 +75,15 @@ Rectangle {
         sourceComponent: ResultPage {
             kept: uninstaller.kept
             failed: uninstaller.failed
+            lacksRights: uninstaller.lacksRights
             onClosed: root.closeWindow()
         }
     }
 
-    Image {
-        id: badge
-
-        x: 20
-        y: 14
-        source: "qrc:/image/logoNew.png"
-    }
-
-    SceneText {
-        anchors.left: badge.right
-        anchors.leftMargin: 8
-        anchors.verticalCenter: badge.verticalCenter
-        baseSize: 14
-        text: qsTranslate("main", "VornVPN") + DataManager.emptyString
-    }
-
-    PXNorButton {
-        objectName: "miniButton"
-        x: closeButton.x - width - 12
-        anchors.verticalCenter: badge.verticalCenter
-        width: 22
-        height: 17
-        radius: 3
-        pressedColor: "#40ffffff"
-        btIcon: "qrc:/image/mini.png"
-        Accessible.name: qsTranslate("uninstall", "Minimize") + DataManager.emptyString
-        onClicked: root.Window.window.showMinimized()
-    }
-
-    PXNorButton {
-        id: closeButton
-
-        objectName: "closeButton"
-        x: root.width - width - 20
-        anchors.verticalCenter: badge.verticalCenter
-        width: 18
-        height: 16
-        radius: 3
-        opacity: enabled ? 1 : 0.5
-        enabled: root.page !== "removing"
-        pressedColor: "#40ffffff"
-        btIcon: "qrc:/image/main_close.png"
-        Accessible.name: qsTranslate("uninstall", "Close") + DataManager.emptyString
-        onClicked: root.closeWindow()
+    TitleBar {
+        width: root.width
+        closable: root.page !== "removing"
+        onMinimize: root.Window.window.showMinimized()
+        onClose: root.closeWindow()
     }
 }

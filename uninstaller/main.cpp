@@ -1,20 +1,23 @@
 #include "app/StartUp.h"
 #include "base/ExecutableDirectory.h"
 #include "settings/DataManager.h"
+#include "uninstaller/UninstallWindow.h"
 #include "uninstaller/Uninstaller.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
-#include <QQmlContext>
+#include <QLoggingCategory>
 #include <QQmlEngine>
-#include <QQuickView>
 #include <QTemporaryDir>
 
+#include <cstdlib>
 #include <optional>
 
 int main(int argc, char *argv[])
 {
+    // The settings are read with their password. The user's QT_LOGGING_RULES go before this.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     preferX11();
     useSoftwareSceneGraph();
     // Nothing stays behind: neither compiled QML in the home directory nor the runtime directory
@@ -27,19 +30,12 @@ int main(int argc, char *argv[])
     }
     QApplication application(argc, argv);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/image/small.ico")));
-    DataManager *settings = DataManager::getInstance();
     setUpFonts();
     registerQmlTypes();
-    settings->changeLanguage(settings->languageTypeTransToInt(settings->getSoftUseLanguage()));
+    speakLanguageOf(executableDirectory(), *DataManager::getInstance());
 
     Uninstaller uninstaller{Removal(executableDirectory())};
-    QQuickView window;
-    window.setFlags(Qt::FramelessWindowHint);
-    window.setColor(Qt::transparent);
+    UninstallWindow window(uninstaller);
     QObject::connect(window.engine(), &QQmlEngine::quit, &application, &QApplication::quit);
-    window.rootContext()->setContextProperty(QStringLiteral("uninstaller"), &uninstaller);
-    window.setSource(QUrl(QStringLiteral("qrc:/uninstall/Uninstall.qml")));
-    centreOnPrimaryScreen(window);
-    window.show();
-    return QApplication::exec();
+    return window.open() ? QApplication::exec() : EXIT_FAILURE;
 }

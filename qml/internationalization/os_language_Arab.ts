@@ -272,14 +272,6 @@
         <translation>إلغاء</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>إغلاق</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>تصغير</translation>
-    </message>
-    <message>
         <source>Removing...</source>
         <translation>جارٍ الإزالة...</translation>
     </message>
@@ -300,12 +292,32 @@
         <translation>تعذّرت إزالة ما يلي:</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>و%1 أخرى</translation>
-    </message>
-    <message>
         <source>Progress of the removal</source>
         <translation>تقدم الإزالة</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>غير موجود</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>كبير جدًا</translation>
+    </message>
+    <message>
+        <source>in use</source>
+        <translation>قيد الاستخدام</translation>
+    </message>
+    <message>
+        <source>leads out of the directory</source>
+        <translation>يشير إلى خارج الدليل</translation>
+    </message>
+    <message>
+        <source>Start the uninstaller again with administrator rights.</source>
+        <translation>أعد تشغيل برنامج إزالة التثبيت بصلاحيات المسؤول.</translation>
+    </message>
+    <message>
+        <source>The window of the uninstaller could not be loaded.</source>
+        <translation>تعذر تحميل نافذة برنامج إزالة التثبيت.</translation>
     </message>
 </context>
 </TS>

@@ -272,14 +272,6 @@
         <translation>取消</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>关闭</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>最小化</translation>
-    </message>
-    <message>
         <source>Removing...</source>
         <translation>正在卸载…</translation>
     </message>
@@ -300,12 +292,32 @@
         <translation>以下项目无法移除：</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>以及另外 %1 项</translation>
-    </message>
-    <message>
         <source>Progress of the removal</source>
         <translation>卸载进度</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>不存在</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>过大</translation>
+    </message>
+    <message>
+        <source>in use</source>
+        <translation>正在使用</translation>
+    </message>
+    <message>
+        <source>leads out of the directory</source>
+        <translation>指向目录之外</translation>
+    </message>
+    <message>
+        <source>Start the uninstaller again with administrator rights.</source>
+        <translation>请以管理员权限重新运行卸载程序。</translation>
+    </message>
+    <message>
+        <source>The window of the uninstaller could not be loaded.</source>
+        <translation>无法加载卸载程序的窗口。</translation>
     </message>
 </context>
 </TS>

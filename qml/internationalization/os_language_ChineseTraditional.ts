@@ -272,14 +272,6 @@
         <translation>取消</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>關閉</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>最小化</translation>
-    </message>
-    <message>
         <source>Removing...</source>
         <translation>正在移除…</translation>
     </message>
@@ -300,12 +292,32 @@
         <translation>以下項目無法移除：</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>以及其他 %1 個項目</translation>
-    </message>
-    <message>
         <source>Progress of the removal</source>
         <translation>移除進度</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>不存在</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>過大</translation>
+    </message>
+    <message>
+        <source>in use</source>
+        <translation>正在使用</translation>
+    </message>
+    <message>
+        <source>leads out of the directory</source>
+        <translation>指向目錄之外</translation>
+    </message>
+    <message>
+        <source>Start the uninstaller again with administrator rights.</source>
+        <translation>請以管理員權限重新執行解除安裝程式。</translation>
+    </message>
+    <message>
+        <source>The window of the uninstaller could not be loaded.</source>
+        <translation>無法載入解除安裝程式的視窗。</translation>
     </message>
 </context>
 </TS>

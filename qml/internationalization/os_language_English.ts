@@ -272,14 +272,6 @@
         <translation>Cancel</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>Minimize</translation>
-    </message>
-    <message>
         <source>Removing...</source>
         <translation>Removing...</translation>
     </message>
@@ -300,12 +292,32 @@
         <translation>These could not be removed:</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>and %1 more</translation>
-    </message>
-    <message>
         <source>Progress of the removal</source>
         <translation>Progress of the removal</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>missing</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>too large</translation>
+    </message>
+    <message>
+        <source>in use</source>
+        <translation>in use</translation>
+    </message>
+    <message>
+        <source>leads out of the directory</source>
+        <translation>leads out of the directory</translation>
+    </message>
+    <message>
+        <source>Start the uninstaller again with administrator rights.</source>
+        <translation>Start the uninstaller again with administrator rights.</translation>
+    </message>
+    <message>
+        <source>The window of the uninstaller could not be loaded.</source>
+        <translation>The window of the uninstaller could not be loaded.</translation>
     </message>
 </context>
 </TS>

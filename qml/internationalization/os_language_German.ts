@@ -272,14 +272,6 @@
         <translation>Abbrechen</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>Minimieren</translation>
-    </message>
-    <message>
         <source>Removing...</source>
         <translation>Wird entfernt ...</translation>
     </message>
@@ -300,12 +292,32 @@
         <translation>Folgendes konnte nicht entfernt werden:</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>und %1 weitere</translation>
-    </message>
-    <message>
         <source>Progress of the removal</source>
         <translation>Fortschritt der Deinstallation</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>fehlt</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>zu groß</translation>
+    </message>
+    <message>
+        <source>in use</source>
+        <translation>in Benutzung</translation>
+    </message>
+    <message>
+        <source>leads out of the directory</source>
+        <translation>führt aus dem Verzeichnis hinaus</translation>
+    </message>
+    <message>
+        <source>Start the uninstaller again with administrator rights.</source>
+        <translation>Starten Sie die Deinstallation noch einmal mit Administratorrechten.</translation>
+    </message>
+    <message>
+        <source>The window of the uninstaller could not be loaded.</source>
+        <translation>Das Fenster der Deinstallation konnte nicht geladen werden.</translation>
     </message>
 </context>
 </TS>

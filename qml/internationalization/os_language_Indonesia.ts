@@ -272,14 +272,6 @@
         <translation>Batal</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Tutup</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>Minimalkan</translation>
-    </message>
-    <message>
         <source>Removing...</source>
         <translation>Menghapus...</translation>
     </message>
@@ -300,12 +292,32 @@
         <translation>Berikut ini tidak dapat dihapus:</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>dan %1 lainnya</translation>
-    </message>
-    <message>
         <source>Progress of the removal</source>
         <translation>Kemajuan penghapusan</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>tidak ada</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>terlalu besar</translation>
+    </message>
+    <message>
+        <source>in use</source>
+        <translation>sedang digunakan</translation>
+    </message>
+    <message>
+        <source>leads out of the directory</source>
+        <translation>mengarah ke luar direktori</translation>
+    </message>
+    <message>
+        <source>Start the uninstaller again with administrator rights.</source>
+        <translation>Jalankan kembali program penghapusan dengan hak administrator.</translation>
+    </message>
+    <message>
+        <source>The window of the uninstaller could not be loaded.</source>
+        <translation>Jendela program penghapusan tidak dapat dimuat.</translation>
     </message>
 </context>
 </TS>

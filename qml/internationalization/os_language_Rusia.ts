@@ -272,14 +272,6 @@
         <translation>Отмена</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Закрыть</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>Свернуть</translation>
-    </message>
-    <message>
         <source>Removing...</source>
         <translation>Удаление...</translation>
     </message>
@@ -300,12 +292,32 @@
         <translation>Не удалось удалить:</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>и ещё %1</translation>
-    </message>
-    <message>
         <source>Progress of the removal</source>
         <translation>Ход удаления</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>отсутствует</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>слишком большой</translation>
+    </message>
+    <message>
+        <source>in use</source>
+        <translation>используется</translation>
+    </message>
+    <message>
+        <source>leads out of the directory</source>
+        <translation>ведёт за пределы каталога</translation>
+    </message>
+    <message>
+        <source>Start the uninstaller again with administrator rights.</source>
+        <translation>Запустите удаление ещё раз с правами администратора.</translation>
+    </message>
+    <message>
+        <source>The window of the uninstaller could not be loaded.</source>
+        <translation>Не удалось загрузить окно программы удаления.</translation>
     </message>
 </context>
 </TS>

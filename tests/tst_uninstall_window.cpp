@@ -1,0 +1,192 @@
+#include "Machine.h"
+#include "app/StartUp.h"
+#include "settings/DataManager.h"
+#include "uninstaller/UninstallWindow.h"
+#include "uninstaller/Uninstaller.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QTimer>
+
+#include <unistd.h>
+
+namespace {
+
+struct Shown {
+    const Machine &machine;
+    Uninstaller uninstaller{Removal(machine.directory, machine.entries)};
+    UninstallWindow window{uninstaller};
+
+    bool open() { return window.open() && QTest::qWaitForWindowExposed(&window); }
+    QQuickItem *item(const char *name) const
+    {
+        return window.rootObject()->findChild<QQuickItem *>(name);
+    }
+    QString page() const { return window.rootObject()->property("page").toString(); }
+    void click(const char *name)
+    {
+        const QQuickItem *button = item(name);
+        const QPointF middle(button->width() / 2, button->height() / 2);
+        QTest::mouseClick(&window, Qt::LeftButton, {}, button->mapToScene(middle).toPoint());
+    }
+    // What the rows of the list say that are drawn now.
+    QStringList rows() const
+    {
+        QStringList texts;
+        const QQuickItem *list = item("names");
+        const auto *content = list->property("contentItem").value<QQuickItem *>();
+        QVector<QPair<qreal, QString>> rows;
+        for (const QQuickItem *row : content->childItems()) {
+            const qreal top = row->mapToItem(list, {}).y();
+            const QString text = row->property("text").toString();
+            if (!text.isEmpty() && top + row->height() > 0 && top < list->height())
+                rows << qMakePair(top, text);
+        }
+        std::sort(rows.begin(), rows.end());
+        for (const auto &row : qAsConst(rows))
+            texts << row.second;
+        return texts;
+    }
+};
+
+struct Language {
+    QByteArray settings; // empty: there are none
+    QByteArray locale;
+    int index;
+};
+
+} // namespace
+
+class TestUninstallWindow : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        useSoftwareSceneGraph();
+        setUpFonts();
+        registerQmlTypes();
+        DataManager::getInstance()->changeLanguage(0);
+    }
+
+    void asksRemovesAndTellsThatAllIsGone()
+    {
+        const Machine machine;
+        QVERIFY(machine.install());
+        Shown shown{machine};
+        QVERIFY(shown.open());
+        QCOMPARE(shown.page(), QString("question"));
+        QVERIFY(machine.has("opt/VornVPN/VORN"));
+
+        shown.click("uninstallButton");
+        QCOMPARE(shown.page(), QString("removing"));
+        QSignalSpy quits(shown.window.engine(), &QQmlEngine::quit);
+        shown.click("closeButton");
+        QTest::keyClick(&shown.window, Qt::Key_Escape);
+        QTRY_COMPARE(shown.page(), QString("result"));
+        QVERIFY(quits.isEmpty() && !machine.has("opt/VornVPN"));
+        QCOMPARE(shown.item("resultText")->property("text").toString(),
+            QString("VornVPN has been removed"));
+        QCOMPARE(shown.rows(), QStringList());
+        shown.click("doneButton");
+        QCOMPARE(quits.size(), 1);
+    }
+
+    void reportCanBeReadToItsEnd()
+    {
+        const Machine machine;
+        QStringList files;
+        for (int i = 100; i < 400; ++i)
+            files << QStringLiteral("mine/letter%1.odt").arg(i);
+        QVERIFY(machine.install("../../other/neighbour\n", files));
+        Shown shown{machine};
+        QVERIFY(shown.open());
+        shown.click("uninstallButton");
+        QTRY_COMPARE(shown.page(), QString("result"));
+        QCOMPARE(shown.item("resultText")->property("text").toString(),
+            QString("VornVPN could not be removed completely"));
+        QTRY_VERIFY(shown.rows().contains(files.first()));
+        const QStringList head{
+            "These could not be removed:", "../../other/neighbour: leads out of the directory",
+            "These files do not belong to VornVPN and were kept:"};
+        QCOMPARE(shown.rows().mid(0, 3), head);
+        QVERIFY(!shown.rows().contains(files.last()) && shown.item("scrollMark")->isVisible());
+
+        shown.item("names")->forceActiveFocus();
+        QTest::keyClick(&shown.window, Qt::Key_PageDown);
+        QTRY_VERIFY(!shown.rows().contains(head.first()));
+        QTest::keyClick(&shown.window, Qt::Key_End);
+        QTRY_VERIFY(shown.rows().contains(files.last()));
+        QTest::keyClick(&shown.window, Qt::Key_Home);
+        QTRY_VERIFY(shown.rows().contains(head.first()));
+    }
+
+    void lackOfRightsIsNamed()
+    {
+        if (geteuid() == 0 && seteuid(65534) != 0)
+            QSKIP("there is nobody else");
+        const Machine machine;
+        const bool isInstalled = machine.install();
+        const QString library = machine.directory + "lib";
+        QFile::setPermissions(library, QFile::ReadOwner | QFile::ExeOwner);
+        Shown shown{machine};
+        const bool isOpen = shown.open();
+        shown.click("uninstallButton");
+        const bool isDone = QTest::qWaitFor([&shown] { return shown.page() == "result"; });
+        QFile::setPermissions(library, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(seteuid(getuid()) == 0 && isInstalled && isOpen && isDone);
+        QTRY_COMPARE(shown.rows(),
+            QStringList({"These could not be removed:\n"
+                         "Start the uninstaller again with administrator rights.",
+                "lib/libA.so.1: no rights"}));
+    }
+
+    void sceneThatDoesNotLoadIsTold()
+    {
+        const Machine machine;
+        Shown shown{machine};
+        QString told;
+        QTimer::singleShot(0, [&told] {
+            for (QWidget *widget : QApplication::topLevelWidgets()) {
+                if (auto *box = qobject_cast<QMessageBox *>(widget)) {
+                    told = box->text();
+                    box->close();
+                }
+            }
+        });
+        QVERIFY(!shown.window.open(QUrl("qrc:/uninstall/Missing.qml")));
+        QVERIFY2(
+            told.contains("could not be loaded") && told.contains("Missing.qml"), qPrintable(told));
+        QVERIFY(!shown.window.isVisible());
+    }
+
+    void language_data()
+    {
+        const Rows<Language> row;
+        row("that of the settings", {R"({"softUseLanguage": "_ru"})", "de_DE", 3});
+        row("the locale's without settings", {"", "de_DE", 4});
+        row("the locale's where the settings tell none", {"no settings", "id_ID", 2});
+        row("Chinese", {"", "zh_CN", 1});
+        row("English for others", {"", "fr_FR", 0});
+    }
+
+    void language()
+    {
+        const auto [settings, locale, expected] = Rows<Language>::fetch();
+        const QTemporaryDir directory;
+        QVERIFY(settings.isEmpty() || put(directory.filePath("VornData.json"), settings));
+        const QByteArray before = qgetenv("LC_ALL");
+        qputenv("LC_ALL", locale + ".UTF-8");
+        DataManager &store = *DataManager::getInstance();
+        store.setSoftUseLanguage({});
+        speakLanguageOf(directory.path(), store);
+        qputenv("LC_ALL", before);
+        QCOMPARE(store.getCurrentLanguageIndex(), expected);
+        store.changeLanguage(0);
+    }
+};
+
+QTEST_MAIN(TestUninstallWindow)
+#include "tst_uninstall_window.moc"
