@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDirIterator>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
@@ -59,7 +60,7 @@ int countFiles(const QString &directory)
 QString whatFailed(const CopyOutcome &outcome)
 {
     const QString why = translated(reason(outcome.error));
-    const QString directory = shownPath(outcome.directory);
+    const QString directory = shownPath(QFileInfo(outcome.directory).absoluteFilePath());
     const QString name = shownPath(outcome.name);
     const QString path = name.isEmpty() ? directory : directory + QLatin1Char('/') + name;
     if (outcome.failed == CopyOutcome::Read || outcome.failed == CopyOutcome::ReadDirectory) {

@@ -220,7 +220,7 @@ private slots:
         plant(root, planted);
         spoil();
         const QSignalSpy ended(&operating, &Operating::sendSystemCmdResult);
-        operating.copyDirectoryFilesThread(root + "/s", root + '/' + target, true);
+        operating.copyDirectoryFilesThread("s", target, true);
         Operating::waitForCopies();
         QCOMPARE(ended.count(), 1);
         QCOMPARE(ended[0], QVariantList({false, QString(message).replace("ROOT", root)}));

@@ -58,10 +58,15 @@ bool install(const QString &source, const QString &target)
         QStringLiteral("language"), QString(), QStringLiteral("1"), settings->getSoftUseLanguage());
     settings->setInstallPath(target);
     const bool isWritten = host.creatVornRunShell() && host.creatUninstallRunShell();
+    bool isCopied = false;
+    QObject::connect(
+        &host, &Operating::sendSystemCmdResult, &host,
+        [&isCopied](bool success) { isCopied = success; }, Qt::DirectConnection);
     host.copyDirectoryFilesThread(source, target, true);
     Operating::waitForCopies();
     settings->writeDataToFile(target + QLatin1Char('/'));
-    return isAnswered && isWritten && host.ishavefile(target + QStringLiteral("/VornData.json"));
+    return isAnswered && isWritten && isCopied
+        && host.ishavefile(target + QStringLiteral("/VornData.json"));
 }
 
 } // namespace
