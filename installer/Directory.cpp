@@ -187,6 +187,20 @@ Directory Directory::subdirectory(const QByteArray &name) const
 
 Directory Directory::makeSubdirectory(const QByteArray &name, mode_t mode) const
 {
+    if (isExposed()) { // made where nobody can exchange it, and renamed
+        QByteArray workshopName;
+        const Directory workshop = makePrivate(&workshopName);
+        if (!workshop.isOpen()) {
+            return notOpen(workshop.error());
+        }
+        Directory made = workshop.makeSubdirectory(name, mode);
+        if (renameat(workshop.m_handle, name.constData(), m_handle, name.constData()) != 0) {
+            made = notOpen(errno);
+            unlinkat(workshop.m_handle, name.constData(), AT_REMOVEDIR);
+        }
+        unlinkat(m_handle, workshopName.constData(), AT_REMOVEDIR);
+        return made;
+    }
     if (mkdirat(m_handle, name.constData(), mode | S_IRWXU) != 0) {
         return Directory(-1);
     }
@@ -206,7 +220,7 @@ Directory Directory::makePrivate(QByteArray *name) const
             Directory made(
                 openat(m_handle, name->constData(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
             // Who owns the directory around it may have put another one in its place.
-            return made.isOpen() && !made.isExposed() ? std::move(made) : Directory();
+            return made.isOpen() && !made.isExposed() ? std::move(made) : notOpen(EACCES);
         }
         if (errno != EEXIST) {
             break;

@@ -115,8 +115,7 @@ private:
     bool copyInto(const QFileInfo &entry, const Target &target) const;
     bool copyThrough(const Workshop &workshop, const QFileInfo &entry, const Target &target) const;
     bool copySubdirectory(const QFileInfo &entry, const Target &target, const Workshop &workshop);
-    static Directory makeDirectory(
-        const QFileInfo &entry, const Target &target, const Workshop &workshop);
+    static Directory makeDirectory(const QFileInfo &entry, const Target &target);
     bool fail(CopyOutcome::Step step, int error, const QString &name, const QString &directory);
     bool inProgress(const Directory::Identity &directory) const
     {
@@ -259,23 +258,13 @@ bool DirectoryCopier::copyFile(
         entry.fileName(), target.name);
 }
 
-Directory DirectoryCopier::makeDirectory(
-    const QFileInfo &entry, const Target &target, const Workshop &workshop)
+Directory DirectoryCopier::makeDirectory(const QFileInfo &entry, const Target &target)
 {
     const QByteArray name = QFile::encodeName(entry.fileName());
     struct stat status { };
     const bool isKnown = stat(QFile::encodeName(entry.filePath()).constData(), &status) == 0;
     const mode_t mode = isKnown ? status.st_mode & 0777 : topMode;
-    if (!workshop.directory.isOpen()) {
-        return target.directory.makeSubdirectory(name, mode);
-    }
-    const int made = workshop.directory.handle();
-    Directory directory = workshop.directory.makeSubdirectory(name, mode);
-    if (renameat(made, name.constData(), target.directory.handle(), name.constData()) != 0) {
-        directory = Directory::notOpen(errno);
-        unlinkat(made, name.constData(), AT_REMOVEDIR);
-    }
-    return directory;
+    return target.directory.makeSubdirectory(name, mode);
 }
 
 bool DirectoryCopier::copySubdirectory(
@@ -294,7 +283,7 @@ bool DirectoryCopier::copySubdirectory(
         : Directory();
     const bool existed = directory.isOpen();
     if (!existed && directory.error() != ELOOP) {
-        directory = makeDirectory(entry, target, workshop);
+        directory = makeDirectory(entry, target);
     }
     if (!directory.isOpen()) {
         return fail(CopyOutcome::MakeDirectory, directory.error(), entry.fileName(), target.name);

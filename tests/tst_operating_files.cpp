@@ -253,7 +253,8 @@ private slots:
     {
         if (!OtherUser::exists())
             QSKIP("only root can be somebody else");
-        plant(root, {"s/d/f=1", "s/g=2", "t/d/f=old", "t/g->../private", "private=kept"});
+        plant(
+            root, {"s/d/f=1", "s/e/f=1", "s/g=2", "t/d/f=old", "t/g->../private", "private=kept"});
         QVERIFY(OtherUser::owns("t") && OtherUser::owns("t/d") && OtherUser::owns("t/d/f")
             && OtherUser::owns("t/g"));
         const int watch = inotify_init1(IN_NONBLOCK);
