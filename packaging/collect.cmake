@@ -1,7 +1,8 @@
 # Makes a bundle independent of the Qt of the machine: adds the libraries, plug-ins and QML modules
 # that its programs use, and qt.conf. Fails when something is neither there nor on every desktop.
 #   cmake -DBUNDLE=DIR -DPROGRAMS="A;B" -DQML_SOURCES="DIR;DIR" -DPAYLOAD_BINARIES="FILE;FILE"
-#         -DPAYLOAD=DIR -DQT_PLUGINS=DIR -DQT_QML=DIR -DQT_BINS=DIR -P collect.cmake
+#         -DPAYLOAD=DIR -DQT_PLUGINS=DIR -DQT_QML=DIR -DQT_TRANSLATIONS=DIR -DQT_BINS=DIR
+#         -P collect.cmake
 # PROGRAMS lie in BUNDLE already, and so does what is in PAYLOAD. PAYLOAD_BINARIES are read for what
 # they need and not changed.
 cmake_minimum_required(VERSION 3.25)
@@ -177,6 +178,27 @@ foreach(library ${resolved})
     add_file(${library} lib/${soname})
   endif()
 endforeach()
+
+# --- Qt's own texts -----------------------------------------------------------------------------
+
+# Those of the folder dialog. Each translation of the scene tells Qt's name of its language; not
+# every language has one.
+foreach(root ${QML_SOURCES})
+  file(GLOB sources ${root}/internationalization/os_language_*.ts)
+  foreach(source ${sources})
+    file(READ ${source} text)
+    if(text MATCHES "<source>en</source>[ \n]*<translation>([A-Za-z_]+)<")
+      foreach(name qtbase_${CMAKE_MATCH_1}.qm qtquickcontrols_${CMAKE_MATCH_1}.qm)
+        if(EXISTS ${QT_TRANSLATIONS}/${name})
+          add_file(${QT_TRANSLATIONS}/${name} translations/${name})
+        endif()
+      endforeach()
+    endif()
+  endforeach()
+endforeach()
+if(NOT EXISTS ${BUNDLE}/translations)
+  message(FATAL_ERROR "No translation of Qt's own texts is in ${QT_TRANSLATIONS}")
+endif()
 
 # --- where they find each other ---------------------------------------------------------------
 

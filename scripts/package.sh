@@ -96,6 +96,7 @@ stage() {
         -DQML_SOURCES="$root/qml;$root/uninstaller" \
         -DQT_PLUGINS="$(qmake -qt5 -query QT_INSTALL_PLUGINS)" \
         -DQT_QML="$(qmake -qt5 -query QT_INSTALL_QML)" -DQT_BINS="$(qmake -qt5 -query QT_HOST_BINS)" \
+        -DQT_TRANSLATIONS="$(qmake -qt5 -query QT_INSTALL_TRANSLATIONS)" \
         -P "$root/packaging/collect.cmake"
     cp "$root/packaging/start.sh" "$bundle/"
 }

@@ -113,7 +113,6 @@
     </message>
     <message>
         <source>en</source>
-        <extracomment>The name of this language in the file names of Qt's own translations.</extracomment>
         <translation>zh_CN</translation>
     </message>
     <message>
