@@ -34,7 +34,7 @@ Rectangle {
     // Of the text as it would like to be, however narrow the box is, with the 6 and 5 pixels that
     // it keeps free at its sides. Arrow and gap take 20 more.
     function textLength() {
-        return shownText.implicitWidth;
+        return wished.advanceWidth + 6 + 5;
     }
 
     function choose(row) {
@@ -123,23 +123,30 @@ Rectangle {
             rotation: root.positonY === 0 ? 0 : 180
         }
 
+        TextMetrics {
+            id: wished
+
+            font.family: Theme.fontFamily
+            font.pointSize: root.textSize
+            text: shownText.text
+        }
+
         // Shrinks a little rather than leave the box.
         Text {
             id: shownText
 
+            readonly property real room: width / Math.max(1, wished.advanceWidth)
+
             anchors.left: parent.left
+            anchors.leftMargin: 6
             anchors.right: arrow.left
-            anchors.rightMargin: 10 - rightPadding
-            leftPadding: 6
-            rightPadding: 5
+            anchors.rightMargin: 10
             anchors.verticalCenter: parent.verticalCenter
             horizontalAlignment: Text.AlignRight
-            fontSizeMode: Text.HorizontalFit
-            minimumPointSize: root.textSize * 0.6
             visible: root.showSelectInBtn
             color: "white"
             font.family: Theme.fontFamily
-            font.pointSize: root.textSize
+            font.pointSize: root.textSize * Math.min(1, Math.max(0.6, room))
         }
     }
 
