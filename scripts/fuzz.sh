@@ -9,7 +9,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 seconds=${1:-60}
 [ $# -gt 0 ] && shift
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(cipher router files sign_in catalogue signature)
+[ ${#targets[@]} -gt 0 ] || targets=(cipher router files sign_in catalogue signature manifest)
 build=$root/build/fuzz
 
 "$root/scripts/install-packages.sh" build fuzz

@@ -149,21 +149,20 @@ private slots:
         QVERIFY(!machine.has("opt/VornVPN"));
     }
 
-    // The child is killed after every hundredth of the work, which is not more than one file.
+    // A hundredth of the work is one file here. The child is killed after every tenth, and after
+    // each of those that the uninstaller itself needs.
     void killedRemovalCanBeTakenUpAgain()
     {
         const QStringList inOrder{"VORN", "VornRun.sh", "VornInstall", "start.sh", "qml/Q/x.qml",
             "plugins/p.so", "lib/libA.so.1", "qt.conf", "UninstallRun.sh", "Uninstall",
             "manifest.old.txt", "manifest.txt"};
-        QByteArray lines;
         QStringList files;
-        for (int i = 100; i < 190; ++i)
+        for (int i = 100; i < 180; ++i)
             files << QStringLiteral("data/part%1").arg(i);
-        lines = files.join('\n').toUtf8();
         int partly = 0;
-        for (int stop = 1; stop < 100; ++stop) {
+        for (int stop = 10; stop < 100; stop += stop < 80 ? 10 : 1) {
             const Machine machine;
-            QVERIFY(machine.install(lines, files));
+            QVERIFY(machine.install(files.join('\n').toUtf8(), files));
             QVERIFY(machine.add("manifest.old.txt", "old/gone\n"));
             const int status = inChild([&machine, stop] {
                 machine.remove([stop](int percentage) {
@@ -254,9 +253,6 @@ private slots:
         row("a pipe", [](const QString &manifest) {
             return QFile::remove(manifest) && mkfifo(qPrintable(manifest), 0600) == 0;
         });
-        row("22 million lines", [](const QString &manifest) {
-            return put(manifest, QByteArray("VORN\n").repeated(22000000));
-        });
         row("3 GiB", [](const QString &manifest) { return QFile::resize(manifest, 3LL << 30); });
     }
 
@@ -284,7 +280,7 @@ private slots:
         QVERIFY(machine.install("deep/d\n"));
         const int here = open(".", O_RDONLY | O_DIRECTORY);
         QVERIFY(here >= 0 && chdir(qPrintable(machine.directory)) == 0);
-        for (int i = 0; i < 20000; ++i)
+        for (int i = 0; i < 1000; ++i)
             QVERIFY(mkdir("d", 0755) == 0 && chdir("d") == 0);
         QVERIFY(fchdir(here) == 0 && close(here) == 0);
         const RemovalReport report = machine.remove();
