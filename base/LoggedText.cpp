@@ -1,8 +1,10 @@
 #include "base/LoggedText.h"
 
-#include <QJsonDocument>
+#include <QJsonArray>
+#include <QJsonValue>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -29,6 +31,89 @@ QString escaped(const QString &text)
     return line;
 }
 
+QString shortened(const QByteArray &text, int shown, const QString &amount)
+{
+    const QString line = escaped(QString::fromUtf8(text.left(shown)));
+    return text.size() <= shown
+        ? line
+        : line + QStringLiteral("… (%1%2 bytes more)").arg(amount).arg(text.size() - shown);
+}
+
+// Compact JSON that stops when it is long enough: a catalogue of megabytes is written in parts that
+// nobody would see.
+class JsonBeginning {
+public:
+    explicit JsonBeginning(int length)
+        : m_length(length)
+    {
+    }
+
+    void write(const QJsonObject &object)
+    {
+        const char *separator = "{";
+        for (auto member = object.begin(); member != object.end() && !isLong(); ++member) {
+            m_text += separator;
+            write(member.key());
+            m_text += ':';
+            write(member.value());
+            separator = ",";
+        }
+        m_text += object.isEmpty() ? "{}" : "}";
+    }
+
+    bool isLong() const { return m_text.size() > m_length; }
+    const QByteArray &text() const { return m_text; }
+
+private:
+    void write(const QJsonValue &value)
+    {
+        switch (value.type()) {
+        case QJsonValue::Object:
+            return write(value.toObject());
+        case QJsonValue::Array:
+            return write(value.toArray());
+        case QJsonValue::String:
+            return write(value.toString());
+        case QJsonValue::Double:
+            return write(value.toDouble());
+        case QJsonValue::Bool:
+            m_text += value.toBool() ? "true" : "false";
+            return;
+        default:
+            m_text += "null";
+        }
+    }
+
+    void write(const QJsonArray &array)
+    {
+        const char *separator = "[";
+        for (auto value = array.begin(); value != array.end() && !isLong(); ++value) {
+            m_text += separator;
+            write(*value);
+            separator = ",";
+        }
+        m_text += array.isEmpty() ? "[]" : "]";
+    }
+
+    void write(const QString &text)
+    {
+        QByteArray bytes = text.toUtf8();
+        bytes.replace('\\', "\\\\").replace('"', "\\\"");
+        m_text += '"' + bytes + '"';
+    }
+
+    void write(double number)
+    {
+        constexpr double exact = 9007199254740992; // whole numbers up to here are exact
+        const bool isWhole = std::abs(number) <= exact && std::floor(number) == number;
+        m_text += isWhole ? QByteArray::number(static_cast<qint64>(number))
+                          : QByteArray::number(number, 'g', 17);
+    }
+
+    QByteArray m_text;
+    int m_length;
+};
+
 } // namespace
 
 QString LoggedText::of(const QString &text)
@@ -40,16 +125,12 @@ QString LoggedText::of(const QString &text)
     return std::none_of(text.cbegin(), text.cend(), isControl) ? text : escaped(text);
 }
 
-QString LoggedText::of(const QByteArray &body)
-{
-    const QString shown = escaped(QString::fromUtf8(body.left(longest)));
-    return body.size() <= longest
-        ? shown
-        : shown + QStringLiteral("… (%1 bytes more)").arg(body.size() - longest);
-}
+QString LoggedText::of(const QByteArray &body) { return shortened(body, longest, QString()); }
 
-QString LoggedText::of(const QJsonObject &object)
+QString LoggedText::of(const QJsonObject &object, int shown, int counted)
 {
-    return QLatin1String("QJsonObject(") + of(QJsonDocument(object).toJson(QJsonDocument::Compact))
-        + QLatin1Char(')');
+    JsonBeginning json(counted);
+    json.write(object);
+    const QString amount = json.isLong() ? QStringLiteral("at least ") : QString();
+    return QLatin1String("QJsonObject(") + shortened(json.text(), shown, amount) + QLatin1Char(')');
 }

@@ -4,11 +4,9 @@
 #include "lines/LineInfo.h"
 #include "lines/TextOrNumber.h"
 
-#include <QCborMap>
 #include <QJsonArray>
 #include <QJsonValue>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -16,32 +14,9 @@ namespace {
 constexpr int constantServerPort = 3000; // the server sends none
 constexpr int fastestPing = 101; // the entry stands in for lines not measured yet
 
-// In the order of LineBuilder::Key.
-const std::array<QLatin1String, LineBuilder::KeyCount> keyTexts = {
-    QLatin1String("country_id"),
-    QLatin1String("id"),
-    QLatin1String("name"),
-    QLatin1String("name_en"),
-    QLatin1String("national_flag"),
-    QLatin1String("ip"),
-    QLatin1String("domain"),
-    QLatin1String("uuid"),
-    QLatin1String("load"),
-    QLatin1String("trans_domain"),
-    QLatin1String("trans_ip"),
-    QLatin1String("trans_port"),
-    QLatin1String("srv_location"),
-};
-
 QString textOf(const QJsonObject &object, QLatin1String key)
 {
     return object.value(key).toString();
-}
-
-// A text need not become a JSON value first, which takes three times as long as reading it.
-int toInt(const QCborValue &value)
-{
-    return value.isString() ? value.toString().toInt() : textOrNumberToInt(value.toJsonValue());
 }
 
 LineInfo *fastestEntry(const QString &area)
@@ -96,78 +71,64 @@ LineInfo *LineBuilder::areaByCountry(const QJsonObject &country)
 
 QList<QObject *> LineBuilder::linesOfCountry(const QJsonObject &country)
 {
-    QHash<QString, int> counters;
+    Names names;
     QList<QObject *> lines;
     const QJsonArray servers = country.value(QLatin1String("servers")).toArray();
     lines.reserve(servers.size());
     for (const QJsonValue &server : servers) {
-        lines.append(lineOfCountry(server.toObject(), counters));
+        lines.append(lineOfCountry(server.toObject(), names));
     }
     return lines;
 }
 
-LineInfo *LineBuilder::lineOfCountry(const QJsonObject &server, QHash<QString, int> &counters)
+LineInfo *LineBuilder::lineOfCountry(const QJsonObject &server, Names &names)
 {
-    const ServerValues values = valuesOf(server);
-    const QCborValue &id = values[Id];
-    const QString &countryId = sharedText(values, CountryId);
     LineValues line;
-    line.lineName = countryId.isEmpty()
-        ? values[Name].toString() + QLatin1String(" #") + textOrNumberToText(id.toJsonValue())
-        : countryId + QLatin1String(" #") + QString::number(++counters[countryId]);
-    line.lineArea = sharedText(values, NameEn);
-    line.lineId = toInt(id);
+    line.lineName = nameOf(server, names);
+    line.lineArea = sharedTextOf(server, QLatin1String("name_en"));
+    line.lineId = textOrNumberToInt(server.value(QLatin1String("id")));
     line.level = 1;
-    line.lineImage = sharedText(values, NationalFlag);
-    line.serverIp = values[Ip].toString();
+    line.lineImage = sharedTextOf(server, QLatin1String("national_flag"));
+    line.serverIp = textOf(server, QLatin1String("ip"));
     line.serverPort = constantServerPort;
-    line.domain = values[Domain].toString();
-    line.lineUuid = values[Uuid].toString();
-    line.lineLoad = values[Load].toDouble();
-    line.transDomain = sharedText(values, TransDomain);
-    line.transIp = sharedText(values, TransIp);
-    line.transPort = sharedText(values, TransPort);
-    const Coordinates coordinates = coordinatesOf(values[SrvLocation].toString());
+    line.domain = textOf(server, QLatin1String("domain"));
+    line.lineUuid = textOf(server, QLatin1String("uuid"));
+    line.lineLoad = server.value(QLatin1String("load")).toDouble();
+    line.transDomain = sharedTextOf(server, QLatin1String("trans_domain"));
+    line.transIp = sharedTextOf(server, QLatin1String("trans_ip"));
+    line.transPort = shared(textOrNumberToText(server.value(QLatin1String("trans_port"))));
+    const Coordinates coordinates = coordinatesOf(textOf(server, QLatin1String("srv_location")));
     line.lon = coordinates.lon;
     line.lat = coordinates.lat;
     return new LineInfo(std::move(line));
 }
 
-// Looking thirteen keys up costs half of the whole building. The servers of a reply carry the same
-// keys in the same order, so each key is first compared with the one that stood at its position in
-// the server before. The map shares the object's data.
-LineBuilder::ServerValues LineBuilder::valuesOf(const QJsonObject &server)
+// The server's country and a count, or, without a country, its name and its id. A number that is
+// missing or taken gives way to the next count.
+QString LineBuilder::nameOf(const QJsonObject &server, Names &names)
 {
-    const QCborMap map = QCborMap::fromJsonObject(server);
-    m_positions.resize(std::max(m_positions.size(), static_cast<std::size_t>(map.size())));
-    ServerValues values;
-    auto position = m_positions.begin();
-    for (auto entry = map.constBegin(); entry != map.constEnd(); ++entry, ++position) {
-        const QCborValue text = entry.key();
-        if (text != position->text) {
-            const auto *const found = std::find(keyTexts.begin(), keyTexts.end(), text.toString());
-            *position = {text, static_cast<std::size_t>(found - keyTexts.begin())};
-        }
-        if (position->key != KeyCount) {
-            values[position->key] = entry.value();
-        }
+    const QString country = textOrNumberToText(server.value(QLatin1String("country_id")));
+    const QString front = country.isEmpty() ? textOf(server, QLatin1String("name")) : country;
+    int &counter = names.counters[front];
+    QString number = country.isEmpty() ? textOrNumberToText(server.value(QLatin1String("id")))
+                                       : QString::number(++counter);
+    const auto isTaken = [&] {
+        return number.isEmpty() || names.taken.contains(front + QLatin1String(" #") + number);
+    };
+    while (isTaken()) {
+        number = QString::number(++counter);
     }
-    return values;
+    const QString name = front + QLatin1String(" #") + number;
+    names.taken.insert(name);
+    return name;
 }
 
-// For values that many servers have in common, most often with the server before.
-const QString &LineBuilder::sharedText(const ServerValues &values, Key key)
+QString LineBuilder::sharedTextOf(const QJsonObject &server, QLatin1String key)
 {
-    LastValue &last = m_last[key];
-    if (values[key] != last.value) {
-        const QJsonValue value = values[key].toJsonValue();
-        last.value = values[key];
-        last.text = shared(
-            key == CountryId || key == TransPort ? textOrNumberToText(value) : value.toString());
-    }
-    return last.text;
+    return shared(textOf(server, key));
 }
 
+// Many servers have these values in common, and a text that is shared is stored once.
 QString LineBuilder::shared(const QString &text)
 {
     const auto known = m_texts.constFind(text);

@@ -1,14 +1,10 @@
 #pragma once
 
-#include <QCborValue>
 #include <QHash>
 #include <QJsonObject>
 #include <QList>
+#include <QSet>
 #include <QString>
-
-#include <array>
-#include <cstddef>
-#include <vector>
 
 class LineInfo;
 class QObject;
@@ -23,43 +19,18 @@ public:
     // An area of the country reading, with numbered names, coordinates and the "Fastest" entry.
     LineInfo *areaByCountry(const QJsonObject &country);
 
-    enum Key : std::size_t {
-        CountryId,
-        Id,
-        Name,
-        NameEn,
-        NationalFlag,
-        Ip,
-        Domain,
-        Uuid,
-        Load,
-        TransDomain,
-        TransIp,
-        TransPort,
-        SrvLocation,
-        KeyCount
-    };
-
 private:
-    using ServerValues = std::array<QCborValue, KeyCount>;
-
-    struct KeyAtPosition {
-        QCborValue text;
-        std::size_t key = KeyCount;
-    };
-
-    struct LastValue {
-        QCborValue value;
-        QString text;
+    // Of one country: the names must differ, whatever the server sends.
+    struct Names {
+        QHash<QString, int> counters; // by the text in front of " #"
+        QSet<QString> taken;
     };
 
     QList<QObject *> linesOfCountry(const QJsonObject &country);
-    LineInfo *lineOfCountry(const QJsonObject &server, QHash<QString, int> &counters);
-    ServerValues valuesOf(const QJsonObject &server);
-    const QString &sharedText(const ServerValues &values, Key key);
+    LineInfo *lineOfCountry(const QJsonObject &server, Names &names);
+    static QString nameOf(const QJsonObject &server, Names &names);
+    QString sharedTextOf(const QJsonObject &server, QLatin1String key);
     QString shared(const QString &text);
 
     QHash<QString, QString> m_texts;
-    std::vector<KeyAtPosition> m_positions; // of the keys in the server object read last
-    std::array<LastValue, KeyCount> m_last;
 };

@@ -10,6 +10,13 @@
 
 namespace {
 
+// A hundred countries of a hundred servers each: their lines must not cost more than their reading.
+QString beginningOf(const QJsonObject &object)
+{
+    constexpr int shown = 2048; // bytes
+    return LoggedText::of(object, shown, shown);
+}
+
 // False when the server refused; message is then its reason.
 bool isAccepted(const QJsonObject &reply, QString &message)
 {
@@ -45,7 +52,7 @@ bool LineInfoListModel::createLineInfoModelList(QJsonObject &json, QString &retM
 bool LineInfoListModel::createLineInfoModelListByCountry(QJsonObject &json, QString &retMessage)
 {
     const std::time_t start = std::time(nullptr);
-    debugLine() << "createLineInfoModelListByCountry jsonL:" << json;
+    debugLine().put("createLineInfoModelListByCountry jsonL:").put(beginningOf(json));
     if (!isAccepted(json, retMessage)) {
         return false;
     }
@@ -53,7 +60,7 @@ bool LineInfoListModel::createLineInfoModelListByCountry(QJsonObject &json, QStr
     const QJsonArray countries = json.value(QLatin1String("data")).toArray();
     for (const QJsonValue &value : countries) {
         const QJsonObject country = value.toObject();
-        debugLine() << "jsonLineParent:" << country;
+        debugLine().put("jsonLineParent:").put(beginningOf(country));
         m_areas.append(builder.areaByCountry(country));
     }
     debugLine() << "解析线路花费时长:" << std::time(nullptr) - start;

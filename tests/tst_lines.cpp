@@ -5,25 +5,56 @@
 #include "lines/LineInfo.h"
 #include "lines/LineInfoListModel.h"
 
-static const QMetaObject &meta = LineInfo::staticMetaObject;
+namespace {
 
-// The values that are not as in a new record, in the order of the properties, then after "<" the
-// lines, after "|" the entries that are no lines.
-static QString described(const QObject *object)
+const QMetaObject &meta = LineInfo::staticMetaObject;
+
+struct Area {
+    QString name;
+    int serverNum;
+    QStringList lines; // their names, "Fastest" among them
+};
+
+bool operator==(const Area &one, const Area &other)
 {
-    const auto *record = static_cast<const LineInfo *>(object);
-    QStringList values;
+    return std::tie(one.name, one.serverNum, one.lines)
+        == std::tie(other.name, other.serverNum, other.lines);
+}
+
+struct Catalogue {
+    QString reply;
+    QList<Area> areas;
+};
+
+struct Location {
+    QString text;
+    double lon;
+    double lat;
+};
+
+QStringList namesOf(const QList<QObject *> &lines)
+{
+    QStringList names;
+    for (const QObject *line : lines) {
+        names.append(line->property("qLineName").toString());
+    }
+    return names;
+}
+
+// The values that are not as in a new record.
+QVariantMap filledProperties(const QObject *record)
+{
+    QVariantMap filled;
     for (int index = meta.propertyOffset(); index < meta.propertyCount(); ++index) {
         const QVariant value = meta.property(index).read(record);
-        if (value.canConvert<QString>() && value != QVariant(value.userType(), nullptr))
-            values.append(value.toString());
+        if (value != meta.property(index).read(std::make_unique<LineInfo>().get())) {
+            filled.insert(meta.property(index).name(), value);
+        }
     }
-    for (QObject *line : record->getChildItem()) {
-        values.append(record->getChildItem4Load().contains(line) ? "<" : "|");
-        values.append(described(line));
-    }
-    return values.join(' ');
+    return filled;
 }
+
+} // namespace
 
 class TestLines : public QObject {
     Q_OBJECT
@@ -60,59 +91,132 @@ private slots:
                        "transDomain transIp transPort lineLoad childItem4Load"));
     }
 
-    void serverListBecomesACatalogue_data()
+    void countriesBecomeAreasWithNumberedLines_data()
     {
-        const Table<bool, QString, QStringList> row; // by country, reply, areas or the refusal
-        // clang-format off
-        row("a refusal", true, "{'code':200,'msg':'no','data':[{'name_en':'A'}]}", {"no"});
-        row("a lone server", true, "{'data':[{'name_en':'A','img':'i','lon':'-1.5','lat':7,'servers':[{'country_id':'A','id':3}]}]}", {"A i 1 -1.5 7 < 3 A #1 1 3000"});
-        row("each country counts its servers anew", true, "{'data':[{'name_en':'A','servers':[{'country_id':1,'id':'8'},{'country_id':'B'},{'country_id':'1'}]},"
-            "{'servers':[{'country_id':'B','id':4.5},{'id':5,'country_id':'B','more':[1]}]}]}",
-            {"A 4 | A Fastest 1 101 < 8 1 #1 1 3000 < B #1 1 3000 < 1 #2 1 3000", "3 | Fastest 1 101 < B #1 1 3000 < 5 B #2 1 3000"});
-        row("servers without a country", true, "{'data':[{'servers':[{'name':'N','id':5},{'name':'N','id':'6x','country_id':''},{'country_id':[]}]},{}]}",
-            {"4 | Fastest 1 101 < 5 N #5 1 3000 < N #6x 1 3000 <  # 1 3000", ""});
-        row("every value of a server", true, "{'data':[{'servers':[{'country_id':'L','id':1,'name_en':'Stadt','national_flag':'l.png','ip':'192.0.2.1',"
-            "'domain':'l.example.com','uuid':'u-1','load':0.25,'trans_domain':'r.example.com','trans_ip':'192.0.2.9','trans_port':8443,"
-            "'srv_location':'{\\\\\\u0022lon\\\\\\u0022:\\\\\\u002213.4\\\\\\u0022,\\u0022lat\\u0022:52.5}'}]}]}",
-            {"1 < 1 Stadt L #1 l.png u-1 1 192.0.2.1 3000 13.4 52.5 l.example.com r.example.com 192.0.2.9 8443 0.25"});
-        row("values of other types", true, "{'data':[{'lon':[],'name_en':1,'servers':[{'name':5,'name_en':[],'ip':1,'load':'0.25','uuid':true,'domain':{},"
-            "'trans_port':'443','srv_location':{'lon':1}}]}]}", {"1 <  # 1 3000 443"});
-        row("a flat list", false, "{'data':[{'name':'A','line':[{'name':'a','id':'7','national_flag':'a.png','ip':'192.0.2.1'},{'id':8}]},{}]}",
-            {"A | 7 A a a.png 1 192.0.2.1 3000 | 8 A 1 3000", ""});
-        row("a flat list refused", false, "{'code':-1,'msg':'later','data':[{}]}", {"later"});
-        // clang-format on
+        const Rows<Catalogue> row;
+        row("no country", {"{'data':[]}", {}});
+        row("a country without servers", {"{'data':[{'name_en':'A'}]}", {{"A", 0, {}}}});
+        row("a lone server needs no fastest one",
+            {"{'data':[{'name_en':'A','servers':[{'country_id':'A','id':3}]}]}",
+                {{"A", 1, {"A #1"}}}});
+        row("each country counts its servers anew",
+            {"{'data':[{'name_en':'A','servers':[{'country_id':1},{'country_id':'B'},"
+             "{'country_id':'1'}]},{'servers':[{'country_id':'B'},{'country_id':'B'}]}]}",
+                {{"A", 4, {"Fastest", "1 #1", "B #1", "1 #2"}},
+                    {"", 3, {"Fastest", "B #1", "B #2"}}}});
+        row("servers without a country have their own numbers",
+            {"{'data':[{'servers':[{'name':'N','id':5},{'name':'N','id':'6x'}]}]}",
+                {{"", 3, {"Fastest", "N #5", "N #6x"}}}});
+        row("a number that is missing or taken gives way to the next count",
+            {"{'data':[{'servers':[{'name':'N','id':1},{'name':'N','id':1},{'name':'N'},"
+             "{'country_id':'N'},{}]}]}",
+                {{"", 6, {"Fastest", "N #1", "N #2", "N #3", "N #4", " #1"}}}});
     }
 
-    void serverListBecomesACatalogue()
+    void countriesBecomeAreasWithNumberedLines()
     {
-        const auto [isByCountry, reply, expected] = Table<bool, QString, QStringList>::fetch();
+        const auto [reply, areas] = Rows<Catalogue>::fetch();
         QJsonObject object = QJsonDocument::fromJson(json(reply)).object();
         LineInfoListModel model;
         QString message;
-        const bool accepted = isByCountry ? model.createLineInfoModelListByCountry(object, message)
-                                          : model.createLineInfoModelList(object, message);
+        QVERIFY(model.createLineInfoModelListByCountry(object, message));
         LineCatalogue catalogue; // releases the records
         catalogue.replace(model.getLineInfoModelList());
-        QStringList areas = accepted ? QStringList() : QStringList(message);
-        for (const QObject *area : catalogue.areas())
-            areas.append(described(area));
-        QCOMPARE(areas, expected);
+        QList<Area> built;
+        for (QObject *record : catalogue.areas()) {
+            auto *area = static_cast<LineInfo *>(record);
+            built.append(
+                {area->getLineArea(), area->getServerNum(), namesOf(area->getChildItem())});
+            QStringList servers = namesOf(area->getChildItem());
+            servers.removeOne("Fastest");
+            QCOMPARE(namesOf(area->getChildItem4Load()), servers);
+        }
+        QVERIFY(built == areas);
     }
 
-    // The quick reading and the JSON parser give the same answers.
+    void everyValueOfAServerIsTaken()
+    {
+        QJsonObject object = QJsonDocument::fromJson(
+            json("{'data':[{'name_en':'A','img':'i','lon':'-1.5','lat':7,'servers':[{'country_id':'"
+                 "L',"
+                 "'id':'1','name_en':'Stadt','national_flag':'l.png','ip':'192.0.2.1',"
+                 "'domain':'l.example.com','uuid':'u-1','load':0.25,'trans_domain':'r.example.com',"
+                 "'trans_ip':'192.0.2.9','trans_port':8443,"
+                 "'srv_location':'{\\\\\\u0022lon\\\\\\u0022:13.4,\\u0022lat\\u0022:52.5}'},{}]}]}"))
+                                 .object();
+        LineInfoListModel model;
+        QString message;
+        QVERIFY(model.createLineInfoModelListByCountry(object, message));
+        LineCatalogue catalogue;
+        catalogue.replace(model.getLineInfoModelList());
+        auto *area = static_cast<LineInfo *>(catalogue.areas().constFirst());
+        QCOMPARE(area->getLineImage(), QString("i"));
+        QCOMPARE(area->getLon(), -1.5);
+        QCOMPARE(area->getLat(), 7.0);
+        const QList<QObject *> lines = area->getChildItem();
+        QCOMPARE(filledProperties(lines.at(0)),
+            QVariantMap(
+                {{"qLineName", "Fastest"}, {"qLineArea", "A"}, {"qLevel", 1}, {"qPing", 101}}));
+        QCOMPARE(filledProperties(lines.at(1)),
+            QVariantMap({{"qLineName", "L #1"}, {"qLineArea", "Stadt"}, {"qLineId", 1},
+                {"qLevel", 1}, {"qLineImage", "l.png"}, {"qServerIp", "192.0.2.1"},
+                {"qServerPort", 3000}, {"qDomain", "l.example.com"}, {"qLineUuid", "u-1"},
+                {"qLineLoad", 0.25}, {"qTransDomain", "r.example.com"}, {"qTransIp", "192.0.2.9"},
+                {"qTransPort", "8443"}, {"qLon", 13.4}, {"qLat", 52.5}}));
+        QCOMPARE(filledProperties(lines.at(2)),
+            QVariantMap({{"qLineName", " #1"}, {"qLevel", 1}, {"qServerPort", 3000}}));
+    }
+
+    void aFlatListHasNoCountries()
+    {
+        QJsonObject object = QJsonDocument::fromJson(
+            json("{'data':[{'name':'A','line':[{'name':'a','id':'7','national_flag':'a.png',"
+                 "'ip':'192.0.2.1'},{'id':8}]},{}]}"))
+                                 .object();
+        LineInfoListModel model;
+        QString message;
+        QVERIFY(model.createLineInfoModelList(object, message));
+        LineCatalogue catalogue;
+        catalogue.replace(model.getLineInfoModelList());
+        QCOMPARE(catalogue.areas().size(), 2);
+        auto *area = static_cast<LineInfo *>(catalogue.areas().constFirst());
+        QCOMPARE(area->getLineArea(), QString("A"));
+        QCOMPARE(filledProperties(area->getChildItem().constFirst()),
+            QVariantMap({{"qLineName", "a"}, {"qLineArea", "A"}, {"qLineId", 7}, {"qLevel", 1},
+                {"qLineImage", "a.png"}, {"qServerIp", "192.0.2.1"}, {"qServerPort", 3000}}));
+    }
+
+    void aRefusalLeavesItsReason()
+    {
+        QJsonObject refusal{{"code", 200}, {"msg", "no"}, {"data", QJsonArray{QJsonObject()}}};
+        LineInfoListModel model;
+        QString reason;
+        QVERIFY(!model.createLineInfoModelListByCountry(refusal, reason) && reason == "no");
+        reason.clear();
+        QVERIFY(!model.createLineInfoModelList(refusal, reason) && reason == "no");
+        QVERIFY(model.getLineInfoModelList().isEmpty());
+    }
+
+    void coordinatesAreRead_data()
+    {
+        const Rows<Location> row;
+        row("texts", {"{'lon':'13.4050','lat':'-52.52'}", 13.405, -52.52});
+        row("numbers", {"{'lon':0.1,'lat':-7}", 0.1, -7});
+        row("blanks and another order", {" {'lat' : '2', 'lon' : 1e1} ", 10, 2});
+        row("more digits than a number has",
+            {"{'lon':'1234567890123456.1234567890123456','lat':'0.12345678901234567'}",
+                1234567890123456.1, 0.12345678901234567});
+        row("more members", {"{'lon':'3','lat':'4','city':'x'}", 3, 4});
+        row("other types", {"{'lon':'east','lat':true}", 0, 0});
+        row("no JSON", {"{'lon':'3','lat':'4'", 0, 0});
+    }
+
     void coordinatesAreRead()
     {
-        const QVector<std::tuple<const char *, double, double>> rows{
-            {"{'lon':'13.4050','lat':'-52.52'}", 13.405, -52.52}, {"{'lon':0.1,'lat':-7}", 0.1, -7},
-            {" {'lat' : '2', 'lon' : 1e1} ", 10, 2},
-            {"{'lon':0.12345678901234567,'lat':1}", 0.12345678901234567, 1},
-            {"{'lon':'007.5','lat':'1'}", 7.5, 1}, {"{'lon':007.5,'lat':1}", 0, 0},
-            {"{'lon':'3','lat':'4','city':'x'}", 3, 4}, {"{'lon':'east','lat':true}", 0, 0},
-            {"{'lon':'3','lat':'4'", 0, 0}, {"{'lon':'3','lat':'4'}}", 0, 0}};
-        for (const auto &[text, lon, lat] : rows) {
-            const Coordinates read = coordinatesOf(json(text));
-            QVERIFY2(read.lon == lon && read.lat == lat, text);
-        }
+        const auto [text, lon, lat] = Rows<Location>::fetch();
+        const Coordinates read = coordinatesOf(json(text));
+        QCOMPARE(read.lon, lon);
+        QCOMPARE(read.lat, lat);
     }
 };
 
