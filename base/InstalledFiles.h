@@ -14,6 +14,7 @@ constexpr char installer[] = "VornInstall";
 constexpr char startScript[] = "start.sh";
 constexpr char qtConfiguration[] = "qt.conf";
 constexpr char manifest[] = "manifest.txt"; // every file of the bundle, one path a line
+constexpr int largestManifest = 4 * 1024 * 1024; // bytes; a real one has some hundred lines
 // What earlier versions brought and this one does not, written before their manifest is replaced.
 constexpr char previousManifest[] = "manifest.old.txt";
 

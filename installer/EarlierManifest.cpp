@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr qint64 longestManifest = 16'777'216; // bytes; a real one has some hundred lines
 constexpr mode_t mode = 0644;
 
 // Only of a regular file that is no link.
@@ -25,7 +24,7 @@ std::optional<QByteArrayList> linesOf(const Directory &directory, const char *na
         openat(directory.handle(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     struct stat status { };
     if (handle < 0 || fstat(handle, &status) != 0 || !S_ISREG(status.st_mode)
-        || status.st_size > longestManifest) {
+        || status.st_size > InstalledFiles::largestManifest) {
         if (handle >= 0) {
             close(handle);
         }
@@ -33,7 +32,7 @@ std::optional<QByteArrayList> linesOf(const Directory &directory, const char *na
     }
     QFile file;
     file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-    return file.read(longestManifest).split('\n');
+    return file.read(InstalledFiles::largestManifest).split('\n');
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Machine.h"
+#include "base/InstalledFiles.h"
 #include "uninstaller/Uninstaller.h"
 
 #include <functional>
@@ -252,6 +253,9 @@ private slots:
         });
         row("a pipe", [](const QString &manifest) {
             return QFile::remove(manifest) && mkfifo(qPrintable(manifest), 0600) == 0;
+        });
+        row("a byte more than the longest", [](const QString &manifest) {
+            return QFile::resize(manifest, InstalledFiles::largestManifest + 1);
         });
         row("3 GiB", [](const QString &manifest) { return QFile::resize(manifest, 3LL << 30); });
     }

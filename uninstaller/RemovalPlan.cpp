@@ -55,7 +55,7 @@ template <std::size_t size> QByteArrayList listOf(const char *const (&names)[siz
 // Adds the lines of a manifest. Returns 0, or the reason why it cannot be read.
 int addLines(const DirectoryTree &tree, const char *manifest, QByteArrayList &paths)
 {
-    const auto content = tree.read(manifest, RemovalPlan::largestManifest);
+    const auto content = tree.read(manifest, InstalledFiles::largestManifest);
     if (!content) {
         return errno;
     }

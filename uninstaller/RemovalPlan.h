@@ -8,8 +8,6 @@ class DirectoryTree;
 // the client needs, then the installer, then what the uninstaller loads; and, when the directories
 // are gone too, the uninstaller with its launcher and the lists that tell what is ours.
 struct RemovalPlan {
-    static constexpr qint64 largestManifest = 4 * 1024 * 1024; // bytes; a real one has 0.1 MiB
-
     // Without a manifest it holds the launchers only.
     static RemovalPlan of(const DirectoryTree &tree);
 

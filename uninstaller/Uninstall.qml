@@ -31,12 +31,6 @@ Rectangle {
     onDpiScaleChanged: Theme.dpiScale = dpiScale
     Component.onCompleted: forceActiveFocus()
 
-    Binding {
-        target: root.Window.window
-        property: "title"
-        value: qsTranslate("uninstall", "Uninstall VornVPN") + DataManager.emptyString
-    }
-
     MouseArea {
         property point grip
 

@@ -47,6 +47,7 @@ UninstallWindow::UninstallWindow(Uninstaller &uninstaller)
 {
     setFlags(Qt::FramelessWindowHint);
     setColor(Qt::transparent);
+    setTitle(QStringLiteral("VornVPN"));
     rootContext()->setContextProperty(QStringLiteral("uninstaller"), &uninstaller);
 }
 
