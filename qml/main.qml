@@ -14,7 +14,7 @@ Rectangle {
     // One of the scene's own: the item's would shrink everything.
     property real scale: Screen.pixelDensity / default_pix_density
     property real dpiScale: DataManager.getDpiScale()
-    property var languageList: ["English", "中文繁體", "Indonesia", "Русский", "Deutsch"]
+    property var languageList: DataManager.getLanguageList()
     readonly property bool onLinux: DataManager.getSystemType() === "linux"
     readonly property string defaultPath: (onLinux ? qsTranslate("main", "/opt/VornVPN")
         : qsTranslate("main", "C:\\Program Files\\VornVPN")) + DataManager.emptyString

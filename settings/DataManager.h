@@ -17,7 +17,12 @@ class QQmlEngine;
 class QTranslator;
 
 // The process-wide settings and session state. GUI thread only. Setters store and say nothing;
-// what has to survive the process is written by the file operations, when a caller asks for it.
+// what has to survive the process is written by the file operations, when a caller asks for it:
+//
+//     DataManager &store = *DataManager::getInstance();
+//     store.readDataFromFile(directory + QLatin1Char('/')); // false: there is no file to open
+//     store.setIsBootUp(true);
+//     store.writeDataToFile(directory + QLatin1Char('/'));
 class DataManager : public QObject {
     Q_OBJECT
     Q_CLASSINFO("QML.Element", "DataManager") // for cmake/TypeDescriptions.cmake
@@ -151,6 +156,7 @@ public:
     QString getEmptyString() const { return {}; }
 
     // Language. An index outside 0..4 means English.
+    Q_INVOKABLE QStringList getLanguageList() const; // as shown, by index
     Q_INVOKABLE void changeLanguage(int languageIndex);
     Q_INVOKABLE int languageTypeTransToInt(const QString &type) const;
     Q_INVOKABLE QString languageTypeTransToString(int type) const; // empty outside 0..4

@@ -1,6 +1,7 @@
 #include "settings/DataManager.h"
 
 #include "base/DebugLine.h"
+#include "base/InstalledFiles.h"
 #include "settings/JsonFile.h"
 
 #include <QFile>
@@ -49,11 +50,9 @@ struct DataManager::Tables {
 
 namespace {
 
-QString settingsFile(const QString &path) { return path + QLatin1String("VornData.json"); }
-QString versionFile(const QString &path) { return path + QLatin1String("VersionInfo.json"); }
-QString usedLinesFile(const QString &path) { return path + QLatin1String("CommonUsedLine.json"); }
-QString channelFile(const QString &path) { return path + QLatin1String("Channel.json"); }
-QString updateFile() { return QStringLiteral("UpdateInfo.json"); }
+QString fileIn(const QString &path, const char *name) { return path + QLatin1String(name); }
+
+QString updateFile() { return QString::fromLatin1(InstalledFiles::updateInfo); }
 
 QByteArray indented(const QJsonObject &object) { return QJsonDocument(object).toJson(); }
 
@@ -65,14 +64,14 @@ bool DataManager::writeDataToFile(const QString &path)
 {
     debugLine() << "softUseLanguage:" << softUseLanguage;
     // It holds the password in plain text.
-    JsonFile::write(settingsFile(path), indented(JsonFile::object(*this, Tables::settings)),
-        JsonFile::Access::OwnerOnly);
+    JsonFile::write(fileIn(path, InstalledFiles::settings),
+        indented(JsonFile::object(*this, Tables::settings)), JsonFile::Access::OwnerOnly);
     return true;
 }
 
 bool DataManager::readDataFromFile(const QString &path)
 {
-    const auto document = JsonFile::read(settingsFile(path));
+    const auto document = JsonFile::read(fileIn(path, InstalledFiles::settings));
     if (document && document->isObject()) {
         JsonFile::fill(*this, document->object(), Tables::settings);
         debugLine() << "[userName]:" << userName;
@@ -84,13 +83,14 @@ bool DataManager::readDataFromFile(const QString &path)
 bool DataManager::writeVersionInfoToFile(const QString &path)
 {
     debugLine() << "writeVersionInfoToFile";
-    JsonFile::write(versionFile(path), indented(JsonFile::object(*this, Tables::version)));
+    JsonFile::write(fileIn(path, InstalledFiles::versionInfo),
+        indented(JsonFile::object(*this, Tables::version)));
     return true;
 }
 
 bool DataManager::readVersionInfoFromFile(const QString &path)
 {
-    const QString file = versionFile(path);
+    const QString file = fileIn(path, InstalledFiles::versionInfo);
     if (!QFile::exists(file)) {
         debugLine() << "版本文件不存在";
         return false;
@@ -124,7 +124,7 @@ bool DataManager::readUpdateInfoFromFile()
 
 bool DataManager::readChannel(const QString &path)
 {
-    const auto document = JsonFile::read(channelFile(path));
+    const auto document = JsonFile::read(fileIn(path, InstalledFiles::channel));
     if (document && document->isObject()) {
         JsonFile::fill(*this, document->object(), Tables::channel);
     }
@@ -144,13 +144,14 @@ bool DataManager::writeCommonUsedLineToFile(const QString &path)
         object.insert(usedLinesKey(), lines);
         areas.append(object);
     }
-    JsonFile::write(usedLinesFile(path), QJsonDocument(areas).toJson(QJsonDocument::Compact));
+    JsonFile::write(fileIn(path, InstalledFiles::commonUsedLines),
+        QJsonDocument(areas).toJson(QJsonDocument::Compact));
     return true;
 }
 
 bool DataManager::readCommonUsedLineFromFile(const QString &path)
 {
-    const auto document = JsonFile::read(usedLinesFile(path));
+    const auto document = JsonFile::read(fileIn(path, InstalledFiles::commonUsedLines));
     if (!document) {
         return false;
     }

@@ -13,19 +13,20 @@ namespace {
 struct Language {
     const char *code;
     const char *translation;
-    // The two non-Latin names are GBK bytes. They are read as UTF-8 like all the others, so they
-    // are no text to show: the scene has a list of its own and uses the indices only.
-    const char *name;
+    const char *shownName; // in the scene's list
+    // What languageTypeTransToString() answers. The two non-Latin names are GBK bytes that are read
+    // as UTF-8 like all the others, so they are no text to show; callers know them as they are.
+    const char *storedName;
 };
 
 constexpr Language languages[] = {
-    {"_en", ":/internationalization/os_language_English.qm", "English"},
-    {"_zh_hk", ":/internationalization/os_language_ChineseTraditional.qm",
+    {"_en", ":/internationalization/os_language_English.qm", "English", "English"},
+    {"_zh_hk", ":/internationalization/os_language_ChineseTraditional.qm", "中文繁體",
         "\xD6\xD0\xCE\xC4\xB7\xB1\xF3\x77"},
-    {"_id", ":/internationalization/os_language_Indonesia.qm", "Bahasa Indonesia"},
-    {"_ru", ":/internationalization/os_language_Rusia.qm",
+    {"_id", ":/internationalization/os_language_Indonesia.qm", "Indonesia", "Bahasa Indonesia"},
+    {"_ru", ":/internationalization/os_language_Rusia.qm", "Русский",
         "\xA7\xB2\xA7\xE5\xA7\xE3\xA7\xE3\xA7\xDC\xA7\xDA\xA7\xDB"},
-    {"_de", ":/internationalization/os_language_German.qm", "Deutsch"},
+    {"_de", ":/internationalization/os_language_German.qm", "Deutsch", "Deutsch"},
 };
 
 } // namespace
@@ -33,7 +34,7 @@ constexpr Language languages[] = {
 void DataManager::fillLanguageNames()
 {
     for (const Language &language : languages) {
-        languageNames.append(QString::fromUtf8(language.name));
+        languageNames.append(QString::fromUtf8(language.storedName));
     }
 }
 
@@ -64,6 +65,15 @@ int DataManager::languageTypeTransToInt(const QString &type) const
     const auto *const found = std::find_if(std::begin(languages), std::end(languages),
         [&type](const Language &language) { return type == QLatin1String(language.code); });
     return found == std::end(languages) ? 0 : int(std::distance(std::begin(languages), found));
+}
+
+QStringList DataManager::getLanguageList() const
+{
+    QStringList names;
+    for (const Language &language : languages) {
+        names.append(QString::fromUtf8(language.shownName));
+    }
+    return names;
 }
 
 QString DataManager::languageTypeTransToString(int type) const { return languageNames.value(type); }
