@@ -5,9 +5,7 @@
 #include <QString>
 
 #include <array>
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -107,29 +105,13 @@ void fromBase64InPlace(std::string &text)
     text.resize(static_cast<std::size_t>(out - text.data()));
 }
 
-// key must not be empty. Long data is taken word by word: `width` keys are a whole number of words.
-void xorInPlace(std::string &data, std::string key)
+// key must not be empty.
+void xorInPlace(std::string &data, const std::string &key)
 {
-    using Word = std::uint64_t;
-    constexpr std::size_t width = sizeof(Word);
-    std::size_t i = 0;
-    if (data.size() / width >= key.size()) {
-        for (std::size_t copies = 1; copies < width; copies *= 2) {
-            key += key;
-        }
-        for (; data.size() - i >= key.size(); i += key.size()) {
-            for (std::size_t j = 0; j < key.size(); j += width) {
-                Word left = 0;
-                Word right = 0;
-                std::memcpy(&left, data.data() + i + j, width);
-                std::memcpy(&right, key.data() + j, width);
-                left ^= right;
-                std::memcpy(data.data() + i + j, &left, width);
-            }
-        }
-    }
-    for (; i < data.size(); ++i) {
-        data[i] = static_cast<char>(data[i] ^ key[i % key.size()]);
+    std::size_t at = 0;
+    for (char &byte : data) {
+        byte = static_cast<char>(byte ^ key[at]);
+        at = at + 1 == key.size() ? 0 : at + 1;
     }
 }
 
@@ -199,12 +181,12 @@ std::string Encryption::base64_decode(const std::string &text)
     return bytes;
 }
 
-std::string Encryption::XorEncode(std::string data, std::string key)
+std::string Encryption::XorEncode(std::string data, const std::string &key)
 {
     if (key.empty()) {
         return {};
     }
-    xorInPlace(data, std::move(key));
+    xorInPlace(data, key);
     return data;
 }
 

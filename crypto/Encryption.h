@@ -32,7 +32,7 @@ public:
     std::string base64_decode(const std::string &text);
 
     // As long as data; empty when the key is empty.
-    std::string XorEncode(std::string data, std::string key);
+    std::string XorEncode(std::string data, const std::string &key);
 
     // 13 characters from ' ' to 'y'. The generator is never seeded, so the salts of every run
     // are the same: they give variety, not secrecy.

@@ -31,27 +31,15 @@ constexpr bool sortedAndDisjoint()
 }
 static_assert(sortedAndDisjoint(), "the search relies on the order of address_blocks.csv");
 
-struct Table {
-    std::array<Range, rowCount> ranges;
-    // The index of the first range that starts at octet or above, for octets 0 to 256.
-    std::array<quint32, 257> startOfOctet;
-};
+using Table = std::array<Range, rowCount>;
 
 const Table &table()
 {
     static const Table loaded = [] {
         Table filling{};
-        std::transform(
-            std::begin(rows), std::end(rows), filling.ranges.begin(), [](const Row &row) {
-                return Range{row.first, row.first + row.sizeMinusOne};
-            });
-        quint32 index = 0;
-        for (quint32 octet = 0; octet < filling.startOfOctet.size(); ++octet) {
-            while (index < rowCount && filling.ranges[index].first >> 24 < octet) {
-                ++index;
-            }
-            filling.startOfOctet[octet] = index;
-        }
+        std::transform(std::begin(rows), std::end(rows), filling.begin(), [](const Row &row) {
+            return Range{row.first, row.first + row.sizeMinusOne};
+        });
         return filling;
     }();
     return loaded;
@@ -81,20 +69,16 @@ quint32 partValue(const QString &text, int from, int to)
 
 } // namespace
 
-const Range *ranges() { return table().ranges.data(); }
+const Range *ranges() { return table().data(); }
 
 std::size_t count() { return rowCount; }
 
 bool contains(quint32 address)
 {
     const Table &blocks = table();
-    const quint32 octet = address >> 24;
-    const Range *const begin = blocks.ranges.data();
-    const Range *const found =
-        std::lower_bound(begin + blocks.startOfOctet[octet], begin + blocks.startOfOctet[octet + 1],
-            address, [](const Range &range, quint32 value) { return range.first < value; });
-    // The range before may start under a lower octet.
-    return found != begin && (found - 1)->last > address;
+    const auto *const next = std::lower_bound(blocks.begin(), blocks.end(), address,
+        [](const Range &range, quint32 value) { return range.first < value; });
+    return next != blocks.begin() && (next - 1)->last > address;
 }
 
 quint32 fromDottedText(const QString &text)
