@@ -4,59 +4,89 @@
 #include <cstdlib>
 #include <stdexcept>
 
+namespace {
+
+struct CipherText {
+    QByteArray cipher;
+    QByteArray key;
+    QByteArray plain;
+    bool throws = false;
+};
+
+struct Base64Text {
+    std::string text;
+    std::string bytes;
+};
+
+// Made with python3 (base64, hashlib.md5) for the time stamp 1700000000000.
+const char address[] = "BSlhAgJ2DhMpVndAUDJWVgEGfE0BXXVDfQtuDWtuVEcGJmYPYlZcRBBfVhABAxBTWAJC"
+                       "HBB9XC5BD0RaTlA=";
+const char usualKey[] = "Q#pd]3Ha>wz-8&Mv";
+
+QByteArray encodedOnes(int count) { return QByteArray(count, '1').toBase64(); }
+
+} // namespace
+
 class TestEncryption : public QObject {
     Q_OBJECT
 
 private slots:
     void cipherTextsAreDeciphered_data()
     {
-        const Table<QString, QString, QString> row; // cipher text, key, plain text
-        // Made with python3 (base64, hashlib.md5) for the time stamp 1700000000000.
-        const char address[] =
-            "BSlhAgJ2DhMpVndAUDJWVgEGfE0BXXVDfQtuDWtuVEcGJmYPYlZcRBBfVhABAxBTWAJC"
-            "HBB9XC5BD0RaTlA=";
-        const char usual[] = "Q#pd]3Ha>wz-8&Mv";
-        row("an address", address, usual, "http://api.vornvpn.example");
-        row("short key", "UnVfBWJWXEQQX1YQAQMQU1g4CgcfSwQNS1pYSwgD", "k", "x");
-        row("another key", address, "wrong key", "");
-        row("no key", address, "", "");
-        row("20 bytes, no key", "MTIzNDU2Nzg5MDEyMzQ1Njc4OTA=", "", "");
-        row("12 bytes", "MTIzNDU2Nzg5MDEy", usual, "");
-        row("a captive portal's page", "<html>", usual, "");
-        row("13 bytes", QByteArray(13, '1').toBase64(), usual, "throws");
-        row("25 bytes", QByteArray(25, '1').toBase64(), usual, "throws");
+        const Rows<CipherText> row;
+        row("an address", {address, usualKey, "http://api.vornvpn.example"});
+        row("a key of one byte", {"UnVfBWJWXEQQX1YQAQMQU1g4CgcfSwQNS1pYSwgD", "k", "x"});
+        row("another key", {address, "wrong key", ""});
+        row("no key", {address, "", ""});
+        row("20 bytes without a key", {encodedOnes(20), "", ""});
+        row("12 bytes: no trailer", {encodedOnes(12), usualKey, ""});
+        row("a captive portal's page", {"<html>", usualKey, ""});
+        row("13 bytes: one trailer", {encodedOnes(13), usualKey, "", true});
+        row("25 bytes: not yet two trailers", {encodedOnes(25), usualKey, "", true});
     }
 
     void cipherTextsAreDeciphered()
     {
-        const auto [cipher, key, plain] = Table<QString, QString, QString>::fetch();
+        const CipherText given = Rows<CipherText>::fetch();
         Encryption encryption;
-        encryption.SetKey(key.toStdString());
-        if (plain == QLatin1String("throws"))
-            QVERIFY_EXCEPTION_THROWN(encryption.decode(cipher.toStdString()), std::out_of_range);
+        encryption.SetKey(given.key.toStdString());
+        const std::string cipher = given.cipher.toStdString();
+        if (given.throws)
+            QVERIFY_EXCEPTION_THROWN(encryption.decode(cipher), std::out_of_range);
         else
-            QCOMPARE(QString::fromStdString(encryption.decode(cipher.toStdString())), plain);
+            QCOMPARE(QByteArray::fromStdString(encryption.decode(cipher)), given.plain);
+    }
+
+    void base64ReadingStopsAtForeignCharacters_data()
+    {
+        const Rows<Base64Text> row;
+        row("one character", {"Q", ""});
+        row("two characters", {"QQ", "A"});
+        row("padding", {"QUI=", "AB"});
+        row("one character too many", {"QUJDR", "ABC"});
+        row("padding inside a group", {"QUJD=UVG", "ABC"});
+        row("padding after two characters", {"QUJDRE=GQUJD", "ABCD"});
+        row("the alphabet of addresses", {"QUJD-_-_", "ABC"});
+        row("bytes above 127", {"QUJDRE\xC3\xA4", "ABCD"});
     }
 
     void base64ReadingStopsAtForeignCharacters()
     {
-        const std::pair<std::string, std::string> rows[] = {{"Q", ""}, {"QQ", "A"}, {"QUI=", "AB"},
-            {"QUJDR", "ABC"}, {"QUJD=UVG", "ABC"}, {"QUJDRE=GQUJD", "ABCD"}, {"QUJD-_-_", "ABC"},
-            {"QUJDRE\xC3\xA4", "ABCD"}};
-        for (const auto &[text, bytes] : rows)
-            QCOMPARE(Encryption().base64_decode(text), bytes);
+        const Base64Text given = Rows<Base64Text>::fetch();
+        QCOMPARE(Encryption().base64_decode(given.text), given.bytes);
     }
 
     void whatWasEncipheredComesBack()
     {
         QByteArray plain;
         Encryption encryption;
-        for (int size = 0; size <= 256; ++size, plain.append(static_cast<char>(size))) {
+        for (int size = 0; size <= 256; ++size) {
             const auto *bytes = reinterpret_cast<const unsigned char *>(plain.constData());
             QCOMPARE(
                 encryption.base64_encode(bytes, unsigned(size)), plain.toBase64().toStdString());
             const std::string cipher = encryption.encode(plain.toStdString());
             QCOMPARE(QByteArray::fromStdString(Encryption().decode(cipher)), plain);
+            plain.append(static_cast<char>(size));
         }
         QCOMPARE(encryption.encode("").size(), std::size_t(36)); // the trailers alone
         QVERIFY(encryption.encode("") != encryption.encode(""));

@@ -9,6 +9,49 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+namespace {
+
+struct StoredFile {
+    QString name;
+    QString subject; // of the operations that read and write it
+    QByteArray content; // less the indentation
+};
+
+struct StrangeFile {
+    QByteArray content;
+    bool isMinToTray;
+    bool isAutoLogin;
+    bool isVisitorLogin;
+    QString userName;
+};
+
+struct Person {
+    QString email;
+    QString id;
+    QString name;
+    QString picture;
+};
+
+struct SignIn {
+    QString argument;
+    bool isGoogle;
+    bool isFacebook;
+    Person found;
+};
+
+// Who is known before the argument is read.
+const Person nobody{"u", "i", "n", "p"};
+
+struct LanguageChoice {
+    int index;
+    QString code;
+    QString storedName;
+    QString installButton;
+    bool hasTranslations = true;
+};
+
+} // namespace
+
 class TestSettings : public QObject {
     Q_OBJECT
 
@@ -66,33 +109,41 @@ private slots:
     void accessorsKeepWhatTheyAreGiven()
     {
         const QMetaObject &meta = DataManager::staticMetaObject;
-        // 19 pairs, 26 getters and a setter alone, 17 operations; two signals and a slot.
-        QCOMPARE(meta.methodCount() - meta.methodOffset(), 2 * 19 + 27 + 17 + 3);
+        QStringList kept;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
             const QByteArray name = meta.method(i).name();
+            if (!name.startsWith("set") || name == "setInstallPath")
+                continue;
             const QString calls = "was = g%1(), s%1(1), g%1() == 1, s%1(0), g%1() == 0, s%1(was)";
-            if (name.startsWith("set") && name != "setInstallPath")
-                QVERIFY2(js(calls.arg(name.mid(1).constData())).endsWith("|true||true|"), name);
+            QVERIFY2(js(calls.arg(name.mid(1).constData())).endsWith("|true||true|"), name);
+            kept += name;
         }
+        QVERIFY(kept.contains("setSpeedLimit") && kept.contains("setIsVisitorLogin"));
     }
 
     void everyFileComesBackByteForByte_data()
     {
-        // clang-format off
-        const Table<QString, QByteArray> row; // operations' subject, content less the indentation
-        row("VornData.json", "Data", json("{'installPath':'/opt/Vörn','isAutoLogin':false,'isBootUp':true,"
-            "'isFeedbackLine':false,'isInstallP2p':true,'isMinToTray':false,'isPopupTips':false,'isPushPingLog':true,"
-            "'isVisitorLogin':false,'session':'s-1','softUseLanguage':'_id','userName':'me','userPassword':'\\'s','vpnModel':3}"));
-        row("VersionInfo.json", "VersionInfo", json("{'softShowVersion':'2.0','softVersion':'27'}"));
-        row("CommonUsedLine.json", "CommonUsedLine", json("[{'lineArea':'Peru','lineUsedList':[{'lineId':9,'usedNum':1},"
-            "{'lineId':7,'usedNum':4}],'usedNum':5},{'lineArea':'','lineUsedList':[],'usedNum':2}]"));
-        // clang-format on
+        const Rows<StoredFile> row;
+        row("settings",
+            {"VornData.json", "Data",
+                json("{'installPath':'/opt/Vörn','isAutoLogin':false,'isBootUp':true,"
+                     "'isFeedbackLine':false,'isInstallP2p':true,'isMinToTray':false,"
+                     "'isPopupTips':false,'isPushPingLog':true,'isVisitorLogin':false,"
+                     "'session':'s-1','softUseLanguage':'_id','userName':'me',"
+                     "'userPassword':'\\'s','vpnModel':3}")});
+        row("version",
+            {"VersionInfo.json", "VersionInfo",
+                json("{'softShowVersion':'2.0','softVersion':'27'}")});
+        row("frequently used lines",
+            {"CommonUsedLine.json", "CommonUsedLine",
+                json("[{'lineArea':'Peru','lineUsedList':[{'lineId':9,'usedNum':1},"
+                     "{'lineId':7,'usedNum':4}],'usedNum':5},"
+                     "{'lineArea':'','lineUsedList':[],'usedNum':2}]")});
     }
 
     void everyFileComesBackByteForByte()
     {
-        const auto [subject, content] = Table<QString, QByteArray>::fetch();
-        const QString file = QTest::currentDataTag();
+        const auto [file, subject, content] = Rows<StoredFile>::fetch();
         QVERIFY(put(file, content));
         m_store.setCommonUsedAreaList({});
         QCOMPARE(js("read" + subject + "FromFile(here)"), "true");
@@ -107,43 +158,68 @@ private slots:
                     document[key].toVariant().toString());
     }
 
-    void strangeInputHasStatedResults_data()
+    void strangeSettingsHaveStatedResults_data()
     {
-        // clang-format off
-        const Table<QByteArray, QString, QString> row; // VornData.json, calls, their results
-        const char read[] = "readDataFromFile(here), getIsMinToTray(), getIsAutoLogin(), getIsVisitorLogin(), getUserName()";
-        const char unchanged[] = "true|true|true|true|u";
-        row("visitor login only", json("{'isVisitorLogin':false}"), read, "true|false|false|false|");
-        row("no visitor login", json("{'isMinToTray':true,'userName':'v'}"), read, "true|true|false|true|v");
-        row("wrong types", json("{'isMinToTray':'true','isAutoLogin':1,'userName':5}"), read, "true|false|false|true|");
-        row("zero byte", QByteArray("{\"userName\":\"z\"}\0}}", 18), read, "true|false|false|true|z");
-        row("broken text", json("{'userName':"), read, unchanged);
-
-        const auto signIn = [&row](const char *text, const QString &results) {
-            row(text, {}, QString("analysisGoogleInfo('%1'), analysisFacebookInfo('%1'), ").arg(text)
-                + "getUserName(), getUserGoogleId(), getUserNickName(), getUserGooglePicture()", results);
-        };
-        signIn("x --gl:email=a@b,id=7,name=A%20B%20C,picture=http://p/1=s9,name=Z%20", "true|false|a@b|7|Z |http://p/1");
-        signIn("--GL:email=a@b", "false|false|u|i|n|p");
-        signIn("--gl email=a@b", "true|false|u|i|n|p");
-        signIn("--gl:id=7--gl:id=8,name=N", "true|false|u|7|n|p");
-        signIn("--gl:picture=http://video/?a=5", "true|false|u|http://video/?a|n|p");
-        signIn("--gl:email,id=,name", "true|false||||p");
-        signIn("--fb:id=7,email=a@b,name=A%20B,picture=http://p/?x=1,2", "false|true|a@b|7|A B|http://p/?x=1,2");
-        signIn("--fb:name=N,email", "false|true|u|i|N|p");
-        signIn("--fbid=7,picture=q", "false|true|u|i|n|p");
-        // clang-format on
+        const Rows<StrangeFile> row; // all true and "u" before
+        row("visitor login only", {json("{'isVisitorLogin':false}"), false, false, false, ""});
+        row("no visitor login",
+            {json("{'isMinToTray':true,'userName':'v'}"), true, false, true, "v"});
+        row("wrong types",
+            {json("{'isMinToTray':'true','isAutoLogin':1,'userName':5}"), false, false, true, ""});
+        row("text behind a zero byte",
+            {QByteArray("{\"userName\":\"z\"}\0}}", 18), false, false, true, "z"});
+        row("broken text", {json("{'userName':"), true, true, true, "u"});
+        row("an array", {"[]", true, true, true, "u"});
     }
 
-    void strangeInputHasStatedResults()
+    void strangeSettingsHaveStatedResults()
     {
-        const auto [content, calls, results] = Table<QByteArray, QString, QString>::fetch();
+        const StrangeFile given = Rows<StrangeFile>::fetch();
         js("setIsMinToTray(true), setIsAutoLogin(true), setIsVisitorLogin(true), setUserName('u')");
-        m_store.setUserGoogleId("i");
-        m_store.setUserNickName("n");
-        m_store.setUserGooglePicture("p");
-        QVERIFY(put("VornData.json", content));
-        QCOMPARE(js(calls), results);
+        QVERIFY(put("VornData.json", given.content));
+        QCOMPARE(js("readDataFromFile(here)"), "true");
+        QCOMPARE(m_store.getIsMinToTray(), given.isMinToTray);
+        QCOMPARE(m_store.getIsAutoLogin(), given.isAutoLogin);
+        QCOMPARE(m_store.getIsVisitorLogin(), given.isVisitorLogin);
+        QCOMPARE(m_store.getUserName(), given.userName);
+    }
+
+    void signInResultsAreTaken_data()
+    {
+        const Rows<SignIn> row;
+        row("Google: the later name, the picture up to its second \"=\"",
+            {"x --gl:email=a@b,id=7,name=A%20B%20C,picture=http://p/1=s9,name=Z%20", true, false,
+                {"a@b", "7", "Z ", "http://p/1"}});
+        row("Google: the marker in capitals", {"--GL:email=a@b", false, false, nobody});
+        row("Google: a marker without colon", {"--gl email=a@b", true, false, nobody});
+        row("Google: two markers",
+            {"--gl:id=7--gl:id=8,name=N", true, false, {"u", "7", "n", "p"}});
+        row("Google: a picture whose address holds \"id\"",
+            {"--gl:picture=http://video/?a=5", true, false, {"u", "http://video/?a", "n", "p"}});
+        row("Google: fields without values",
+            {"--gl:email,id=,name", true, false, {"", "", "", "p"}});
+        row("Facebook: the picture with its commas",
+            {"--fb:id=7,email=a@b,name=A%20B,picture=http://p/?x=1,2", false, true,
+                {"a@b", "7", "A B", "http://p/?x=1,2"}});
+        row("Facebook: a field without \"=\"",
+            {"--fb:name=N,email", false, true, {"u", "i", "N", "p"}});
+        row("Facebook: a marker without colon", {"--fbid=7,picture=q", false, true, nobody});
+    }
+
+    void signInResultsAreTaken()
+    {
+        const SignIn given = Rows<SignIn>::fetch();
+        m_store.setUserName(nobody.email);
+        m_store.setUserGoogleId(nobody.id);
+        m_store.setUserNickName(nobody.name);
+        m_store.setUserGooglePicture(nobody.picture);
+        m_engine.globalObject().setProperty("argument", given.argument);
+        QCOMPARE(js("analysisGoogleInfo(argument)"), QVariant(given.isGoogle).toString());
+        QCOMPARE(js("analysisFacebookInfo(argument)"), QVariant(given.isFacebook).toString());
+        QCOMPARE(m_store.getUserName(), given.found.email);
+        QCOMPARE(m_store.getUserGoogleId(), given.found.id);
+        QCOMPARE(m_store.getUserNickName(), given.found.name);
+        QCOMPARE(m_store.getUserGooglePicture(), given.found.picture);
     }
 
     void missingAndUnwritableFilesHaveStatedResults()
@@ -190,34 +266,36 @@ private slots:
 
     void languageChangesTextsAndCode_data()
     {
-        const Table<int, QString, QString, QString> row; // index, code, name, text
-        row("1", 1, "_zh_hk", "中文繁體", "快速安裝");
-        row("2", 2, "_id", "Bahasa Indonesia", "Instal Cepat");
-        row("3", 3, "_ru", "Русский", "Быстрая установка");
-        row("7", 7, "_en", "", "Quick Install");
-        row("4", 4, "_de", "Deutsch", "Schnellinstallation");
-        row("-1", -1, "_en", "", "Quick Install");
-        row("0", 0, "_en", "English", "Quick Install");
-        row("no file", 1, "_en", "中文繁體", "Quick Install"); // keeps what was
+        const Rows<LanguageChoice> row;
+        row("Chinese", {1, "_zh_hk", "中文繁體", "快速安裝"});
+        row("Indonesian", {2, "_id", "Bahasa Indonesia", "Instal Cepat"});
+        row("Russian", {3, "_ru", "Русский", "Быстрая установка"});
+        row("above the list: English", {7, "_en", "", "Quick Install"});
+        row("German", {4, "_de", "Deutsch", "Schnellinstallation"});
+        row("below the list: English", {-1, "_en", "", "Quick Install"});
+        row("English", {0, "_en", "English", "Quick Install"});
+        row("no translations: what was stays", {1, "_en", "中文繁體", "Quick Install", false});
     }
 
     void languageChangesTextsAndCode()
     {
-        const auto [index, code, name, text] = Table<int, QString, QString, QString>::fetch();
-        const bool isThere = QByteArray(QTest::currentDataTag()) != "no file";
-        if (!isThere)
+        const LanguageChoice choice = Rows<LanguageChoice>::fetch();
+        if (!choice.hasTranslations)
             Q_CLEANUP_RESOURCE(internationalization);
-        QTest::ignoreMessage(QtDebugMsg, isThere ? "load ret true" : "load ret false");
+        QTest::ignoreMessage(
+            QtDebugMsg, choice.hasTranslations ? "load ret true" : "load ret false");
         const QSignalSpy changed(&m_store, &DataManager::languageChanged);
-        const QString calls = "changeLanguage(%1), getCurrentLanguageIndex(), "
-                              "getSoftUseLanguage(), languageTypeTransToInt('%2')";
-        QCOMPARE(js(calls.arg(index).arg(code)),
-            QStringLiteral("|%1|%2|%3").arg(index).arg(code).arg(code == "_en" ? 0 : index));
+        js(QString("changeLanguage(%1)").arg(choice.index));
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(QCoreApplication::translate("main", "Quick Install"), text);
-        QCOMPARE(m_store.languageTypeTransToInt(code.toUpper()), 0);
-        const QByteArray gbk = QTextCodec::codecForName("GBK")->fromUnicode(name);
-        QCOMPARE(m_store.languageTypeTransToString(index), QString::fromUtf8(gbk));
+        QCOMPARE(js("getCurrentLanguageIndex()"), QString::number(choice.index));
+        QCOMPARE(js("getSoftUseLanguage()"), choice.code);
+        QCOMPARE(QCoreApplication::translate("main", "Quick Install"), choice.installButton);
+        const int indexOfCode = choice.code == "_en" ? 0 : choice.index;
+        QCOMPARE(m_store.languageTypeTransToInt(choice.code), indexOfCode);
+        QCOMPARE(m_store.languageTypeTransToInt(choice.code.toUpper()), 0);
+        const QByteArray gbk = QTextCodec::codecForName("GBK")->fromUnicode(choice.storedName);
+        QCOMPARE(m_store.languageTypeTransToString(choice.index), QString::fromUtf8(gbk));
+        QCOMPARE(js("getLanguageList()"), "English,中文繁體,Indonesia,Русский,Deutsch");
     }
 
     void questionsComeInTheLanguageAsked()
