@@ -6,17 +6,9 @@
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+# shellcheck source=scripts/layers.sh
+source "$root/scripts/layers.sh"
 cd "$root"
-
-faults=0
-# check NAME COMMAND...: goes on after a fault, so that one run shows them all.
-check() {
-    local name=$1 output
-    shift
-    if output=$("$@" 2>&1); then return; fi
-    faults=$((faults + 1))
-    printf '%s\n' "$name:" "$output" >&2
-}
 
 # files PATTERN...: the checked-in files and the new ones, one a line.
 files() { git -c safe.directory='*' ls-files --cached --others --exclude-standard -- "$@" | existing; }
@@ -24,7 +16,7 @@ existing() { while IFS= read -r file; do [ ! -f "$file" ] || printf '%s\n' "$fil
 
 shell_scripts() {
     files '*.sh' .ci 'packaging/**' | while IFS= read -r file; do
-        if [[ $(head -n 1 "$file" | tr -d '\0') =~ ^#!.*(bash|sh)$ ]] || [[ $file == */lib.sh ]]; then
+        if [[ $(head -n 1 "$file" | tr -d '\0') =~ ^#!.*(bash|sh)$ ]] || grep -q "^# shellcheck shell=" "$file"; then
             printf '%s\n' "$file"
         fi
     done
@@ -70,33 +62,37 @@ read_cpp() {
 
 quick() {
     mapfile -t cpp < <(files '*.cpp' '*.h')
-    check "clang-format would change" clang-format --dry-run -Werror "${cpp[@]}"
+    check "clang-format changes nothing" clang-format --dry-run -Werror "${cpp[@]}"
     mapfile -t scripts < <(shell_scripts)
-    check "shellcheck" shellcheck -x "${scripts[@]}"
-    check "python" python_compiles
+    check "the layers are kept" layers_are_kept
+    check "includes run with the layers" source_layers "${cpp[@]}"
     mapfile -t scene < <(files '*.qml')
-    check "qmllint" qmllint "${scene[@]}"
-    check "unfinished translations" unfinished_translations
-    check "packages" packages_in_readme
-    check "cppcheck" read_cpp
+    check "imports run with the layers" scene_layers "${scene[@]}"
+    check "colours and fonts stand in the theme" outside_the_theme "${scene[@]}"
+    check "shellcheck finds nothing" shellcheck -x "${scripts[@]}"
+    check "Python compiles" python_compiles
+    check "qmllint finds nothing" qmllint "${scene[@]}"
+    check "every translation is finished" unfinished_translations
+    check "README.md gives a reason for every package" packages_in_readme
+    check "cppcheck finds nothing" read_cpp
 }
 
 # The launchers hold the install path unquoted, as the client's updater expects them.
 written() {
-    check "launchers" shellcheck -e SC2086 out/generated/*.sh
+    check "shellcheck finds nothing in the launchers" shellcheck -e SC2086 out/generated/*.sh
     mapfile -t entries < <(find out/generated -name '*.desktop')
-    [ ${#entries[@]} -eq 0 ] || check "desktop entries" desktop-file-validate "${entries[@]}"
+    [ ${#entries[@]} -eq 0 ] || check "the desktop entries are valid" desktop-file-validate "${entries[@]}"
 }
 
 deep() {
     local compiled=build/test
     [ -f "$compiled/compile_commands.json" ] || fail "Run scripts/test.sh --unit first: it builds"
     mapfile -t sources < <(files '*.cpp' ':!fuzz' ':!bench')
-    check "clang-tidy" each_file clang-tidy -p "$compiled" --quiet "${sources[@]}"
+    check "clang-tidy finds nothing" each_file clang-tidy -p "$compiled" --quiet "${sources[@]}"
     # Two properties of the API client have no change signal on purpose: QML only writes them. What
     # clazy says of the tests is about speed.
     mapfile -t sources < <(files '*.cpp' ':!fuzz' ':!bench' ':!tests')
-    check "clazy" each_file clazy-standalone -p "$compiled" \
+    check "clazy finds nothing" each_file clazy-standalone -p "$compiled" \
         -checks=level1,no-qproperty-without-notify "${sources[@]}"
 }
 

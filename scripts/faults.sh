@@ -47,8 +47,6 @@ expect() {
 
 end() { say "| $fault | $how | $outcome | ${result:-none} |"; }
 
-not() { ! "$@"; }
-
 # --- the installer ----------------------------------------------------------------------------
 
 rules() { printf '%s\n' "$1" >"$work/rules.json"; }
@@ -170,9 +168,7 @@ shift
 rm -rf "$work"
 mkdir -p "$work/bin" "$work/home"
 chmod 700 "$work/home"
-# shellcheck disable=SC2016 # the script expands it
-printf '#!/bin/sh\nexec "$@"\n' >"$work/bin/pkexec"
-chmod +x "$work/bin/pkexec"
+agreeing_pkexec "$work/bin"
 stage_bundle "$build" "$work/staged"
 ip link set lo up
 mount -t tmpfs tmpfs /usr/share/applications

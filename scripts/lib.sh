@@ -3,11 +3,42 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export root
 
+# What the first lines of a script say of it, which is its usage.
+describe() { awk 'NR > 1 && !/^#/ { exit } NR > 1 && !/shellcheck/ { sub(/^# ?/, ""); print }' "$1"; }
+
+# Sourced without arguments of its own, this file sees the script's: --help is answered here for all.
+for argument in "$@"; do
+    if [ "$argument" = --help ]; then
+        describe "$0"
+        exit
+    fi
+done
+unset argument
+
 say() { printf '%s\n' "$*"; }
 
 fail() {
     printf '%s\n' "$*" >&2
     exit 1
+}
+
+not() { ! "$@"; }
+
+# check WHAT COMMAND...: goes on after a fault, so that one run shows them all, and counts it in
+# `faults`. What the command printed explains the fault.
+faults=0
+check() {
+    local what=$1 log
+    shift
+    log=$(mktemp)
+    if ! "$@" >"$log" 2>&1; then
+        faults=$((faults + 1))
+        {
+            say "NOT SO: $what"
+            sed 's/^/    /' "$log"
+        } >&2
+    fi
+    rm -f "$log"
 }
 
 # quietly LOG COMMAND...: the output goes to LOG and is shown only when the command fails.
@@ -78,6 +109,22 @@ stage_bundle() {
     cp "$1/app/VornInstall" "$root/qml/image/small.ico" "$2/"
     printf '{"channel": "official"}\n' >"$2/Channel.json"
 }
+
+# agreeing_pkexec FOLDER: puts a pkexec there that asks nobody and runs its arguments.
+agreeing_pkexec() {
+    mkdir -p "$1"
+    # shellcheck disable=SC2016 # the script expands it
+    printf '#!/bin/sh\nexec "$@"\n' >"$1/pkexec"
+    chmod +x "$1/pkexec"
+}
+
+# Where a click goes, in the window's own pixels.
+# shellcheck disable=SC2034 # other scripts read it
+declare -A position=(
+    [language box]="575 63" [agreement check box]="37 387" [custom path]="560 387"
+    [path field]="200 447" [quick install]="320 320" [try it now]="320 324" [nowhere]="320 110"
+    [start up check box]="37 493" [shortcut check box]="300 493" [close]="611 28"
+    [uninstall]="414 336" [done]="320 324")
 
 # start_display FOLDER SIZE: a virtual display; sets display_pid and DISPLAY. Its log is in FOLDER.
 start_display() {

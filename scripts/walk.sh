@@ -20,10 +20,6 @@ screen_width=1280 screen_height=800
 window_width=640 window_height=520 page_height=420
 window_x=$(((screen_width - window_width) / 2))
 window_y=$(((screen_height - window_height) / 2))
-declare -A position=(
-    [language box]="575 63" [agreement check box]="37 387" [custom path]="560 387"
-    [path field]="200 447" [quick install]="320 320" [try it now]="320 324" [nowhere]="320 110"
-    [start up check box]="37 493" [shortcut check box]="300 493")
 languages=(english chinese indonesian russian german) # in the order of the language list
 
 # --- private places ---------------------------------------------------------------------------
@@ -49,11 +45,9 @@ cover() {
 
 # The installer sees a home directory and a pkexec of its own; the latter runs its arguments.
 start_installer() {
-    mkdir -p "$out/walk/bin" "$out/walk/home" "$out/walk/runtime"
+    mkdir -p "$out/walk/home" "$out/walk/runtime"
     chmod 700 "$out/walk/runtime"
-    # shellcheck disable=SC2016 # the script expands it
-    printf '#!/bin/sh\nexec "$@"\n' >"$out/walk/bin/pkexec"
-    chmod +x "$out/walk/bin/pkexec"
+    agreeing_pkexec "$out/walk/bin"
     cd "$bundle"
     env -u QT_QPA_PLATFORM -u QT_SCALE_FACTOR PATH="$out/walk/bin:$PATH" HOME="$out/walk/home" \
         XDG_RUNTIME_DIR="$out/walk/runtime" LC_ALL=C.UTF-8 VORN_SAMPLE_MARKER="$marker" \
@@ -169,16 +163,6 @@ clear_corners() {
 
 # --- the checks -------------------------------------------------------------------------------
 
-faults=0
-check() {
-    local what=$1
-    shift
-    if "$@" >"$out/walk/check.log" 2>&1; then return; fi
-    faults=$((faults + 1))
-    say "NOT SO: $what" >&2
-    sed 's/^/    /' "$out/walk/check.log" >&2
-}
-
 # asked PATH [FIELDS]: the server answered this signed request; FIELDS is how its form begins.
 asked() {
     grep -F "\"path\": \"$1\"" "$out/server.jsonl" | grep -F '"signature": "ok"' \
@@ -199,8 +183,6 @@ check_requests() {
     check "the start was reported" asked /api/system/log '["flag", "start"]]'
     check "every API call was signed" not unsigned_call
 }
-
-not() { ! "$@"; }
 
 check_installation() {
     check "the bundle's tree is in $target" \

@@ -6,6 +6,11 @@
 # needs: scripts/install-packages.sh artwork
 set -eu
 
+if [ "${1-}" = --help ]; then
+    sed -n '2,/^set -eu/{/^#/s/^# \{0,1\}//p}' "$0"
+    exit
+fi
+
 root=$(CDPATH='' cd -- "$(dirname -- "$0")/.." && pwd)
 out=${1:-$root/qml/fonts}
 work=$(mktemp -d)

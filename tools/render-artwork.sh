@@ -6,6 +6,11 @@
 # usage: tools/render-artwork.sh [output directory]      (default: qml/image)
 set -eu
 
+if [ "${1-}" = --help ]; then
+    sed -n '2,/^set -eu/{/^#/s/^# \{0,1\}//p}' "$0"
+    exit
+fi
+
 root=$(cd "$(dirname "$0")/.." && pwd)
 sources=$root/qml/image/svg
 out=${1:-$root/qml/image}
