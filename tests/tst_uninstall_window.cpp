@@ -4,6 +4,7 @@
 #include "uninstaller/UninstallWindow.h"
 #include "uninstaller/Uninstaller.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QMessageBox>
 #include <QQmlEngine>
@@ -25,6 +26,10 @@ struct Shown {
         return window.rootObject()->findChild<QQuickItem *>(name);
     }
     QString page() const { return window.rootObject()->property("page").toString(); }
+    bool reachesResult() const
+    {
+        return QTest::qWaitFor([this] { return page() == "result"; }, 60000); // ms
+    }
     void click(const char *name)
     {
         const QQuickItem *button = item(name);
@@ -66,6 +71,7 @@ private slots:
     void initTestCase()
     {
         useSoftwareSceneGraph();
+        QAccessible::setActive(true);
         setUpFonts();
         registerQmlTypes();
         DataManager::getInstance()->changeLanguage(0);
@@ -85,7 +91,10 @@ private slots:
         QSignalSpy quits(shown.window.engine(), &QQmlEngine::quit);
         shown.click("closeButton");
         QTest::keyClick(&shown.window, Qt::Key_Escape);
-        QTRY_COMPARE(shown.page(), QString("result"));
+        auto *bar = QAccessible::queryAccessibleInterface(shown.item("progressBar"));
+        QVERIFY(bar);
+        QTRY_COMPARE(bar->text(QAccessible::Description), QString("100%"));
+        QVERIFY(shown.reachesResult());
         QVERIFY(quits.isEmpty() && !machine.has("opt/VornVPN"));
         QCOMPARE(shown.item("resultText")->property("text").toString(),
             QString("VornVPN has been removed"));
@@ -104,7 +113,7 @@ private slots:
         Shown shown{machine};
         QVERIFY(shown.open());
         shown.click("uninstallButton");
-        QTRY_COMPARE(shown.page(), QString("result"));
+        QVERIFY(shown.reachesResult());
         QCOMPARE(shown.item("resultText")->property("text").toString(),
             QString("VornVPN could not be removed completely"));
         QTRY_VERIFY(shown.rows().contains(files.first()));
@@ -134,7 +143,7 @@ private slots:
         Shown shown{machine};
         const bool isOpen = shown.open();
         shown.click("uninstallButton");
-        const bool isDone = QTest::qWaitFor([&shown] { return shown.page() == "result"; });
+        const bool isDone = shown.reachesResult();
         QFile::setPermissions(library, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(seteuid(getuid()) == 0 && isInstalled && isOpen && isDone);
         QTRY_COMPARE(shown.rows(),

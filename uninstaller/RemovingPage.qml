@@ -25,11 +25,11 @@ Item {
     }
 
     SceneText {
-        id: percentText
-
         anchors.right: bar.right
         y: Theme.footTextTop
         text: root.shown + "%"
+        // The bar tells it to screen readers when they ask.
+        Accessible.ignored: true
     }
 
     Image {
@@ -41,7 +41,7 @@ Item {
         source: "qrc:/image/progressBarBg.png"
         Accessible.role: Accessible.ProgressBar
         Accessible.name: qsTranslate("uninstall", "Progress of the removal") + DataManager.emptyString
-        Accessible.description: percentText.text
+        Accessible.description: root.shown + "%"
 
         NinePatch {
             width: Math.max(parent.height, parent.width * root.shown / 100)
