@@ -25,6 +25,9 @@ constexpr char versionInfo[] = "VersionInfo.json";
 constexpr char updateInfo[] = "UpdateInfo.json";
 constexpr char errorLog[] = "errorlog.txt";
 
+// With "." and a number behind it a directory for one file that is being copied.
+constexpr char unfinishedCopy[] = ".vorn";
+
 // Supplied with the bundle.
 constexpr char channel[] = "Channel.json";
 

@@ -1,5 +1,6 @@
 #include "installer/Directory.h"
 
+#include "base/InstalledFiles.h"
 #include "installer/AskingUser.h"
 
 #include <QFile>
@@ -215,7 +216,7 @@ Directory Directory::makeSubdirectory(const QByteArray &name, mode_t mode) const
 Directory Directory::makePrivate(QByteArray *name) const
 {
     for (int i = 0; i < mostNames; ++i) {
-        *name = randomName(".vorn");
+        *name = randomName(InstalledFiles::unfinishedCopy);
         if (mkdirat(m_handle, name->constData(), S_IRWXU) == 0) {
             Directory made(
                 openat(m_handle, name->constData(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));

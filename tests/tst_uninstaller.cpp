@@ -143,7 +143,8 @@ private slots:
         const Machine machine;
         QVERIFY(machine.install({},
             {"VornData.json.aZbYcX", "manifest.old.txt.abcdef", ".VornRun.sh.3w5e11264sgsf",
-                "errorlog.txt", "old/library.so"}));
+                "errorlog.txt", "old/library.so", "lib/.vorn.1y2p0ij32e8e7/libB.so",
+                "qml/Q/.vorn.0/"}));
         QVERIFY(machine.add("manifest.old.txt", "old/library.so\nold/gone.so\n"));
         const RemovalReport report = machine.remove();
         QCOMPARE(report.kept + namesOf(report.failed), QStringList());

@@ -178,15 +178,6 @@ std::optional<QByteArray> DirectoryTree::read(const char *name, qint64 mostBytes
     return content;
 }
 
-QByteArrayList DirectoryTree::ownFiles() const
-{
-    QByteArrayList names = namesIn(m_top.number());
-    const auto end = std::remove_if(names.begin(), names.end(),
-        [this](const QByteArray &name) { return !isRegularFile(m_top.number(), name); });
-    names.erase(end, names.end());
-    return names;
-}
-
 int DirectoryTree::removeFile(const QByteArray &path) const
 {
     const QByteArrayList parts = path.size() < longestPath ? path.split('/') : QByteArrayList();

@@ -51,9 +51,6 @@ public:
     // bytes than this; errno is then set.
     std::optional<QByteArray> read(const char *name, qint64 mostBytes) const;
 
-    // The regular files in the directory itself.
-    QByteArrayList ownFiles() const;
-
     // Succeeds when no regular file of this path is there any more. A link or a directory of the
     // name is no such file and stays.
     int removeFile(const QByteArray &path) const;

@@ -65,19 +65,31 @@ int addLines(const DirectoryTree &tree, const char *manifest, QByteArrayList &pa
 }
 
 // Left behind by writers that were killed before they had put their file in its place: QSaveFile,
-// and the installer's writer, which hides it.
+// the installer's writer, which hides it, and the installer's copy, which hides it in a directory.
 QByteArrayList unfinishedFiles(const DirectoryTree &tree)
 {
-    static const QRegularExpression pattern(
+    static const QRegularExpression beside(
         QStringLiteral("^(?:(.+)\\.[A-Za-z]{6}|\\.(.+)\\.[0-9a-z]{1,13})$"));
+    static const QRegularExpression copied(
+        QStringLiteral("(?:^|/)%1\\.[0-9a-z]{1,13}/[^/]*$")
+            .arg(QRegularExpression::escape(QLatin1String(InstalledFiles::unfinishedCopy))));
     const QByteArrayList written = listOf(writtenLater) + listOf(launchers);
-    QByteArrayList names = tree.ownFiles();
-    const auto end = std::remove_if(names.begin(), names.end(), [&written](const QByteArray &name) {
-        const auto match = pattern.match(QString::fromLatin1(name));
-        return !written.contains((match.captured(1) + match.captured(2)).toLatin1());
-    });
-    names.erase(end, names.end());
-    return names;
+    const DirectoryTree::Contents contents = tree.contents();
+    QByteArrayList unfinished;
+    for (const QByteArray &path : contents.files) {
+        const QString name = QString::fromLatin1(path);
+        const auto match = beside.match(name);
+        const QByteArray original = (match.captured(1) + match.captured(2)).toLatin1();
+        if (written.contains(original) || copied.match(name).hasMatch()) {
+            unfinished.append(path);
+        }
+    }
+    for (const QByteArray &directory : contents.emptyDirectories) {
+        if (copied.match(QString::fromLatin1(directory)).hasMatch()) {
+            unfinished.append(directory + "copy"); // it would be in there, and takes it along
+        }
+    }
+    return unfinished;
 }
 
 } // namespace
