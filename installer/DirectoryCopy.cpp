@@ -1,7 +1,7 @@
 #include "installer/DirectoryCopy.h"
 
 #include "base/DebugLine.h"
-#include "installer/Directory.h"
+#include "base/Directory.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "installer/EarlierManifest.h"
 
+#include "base/Directory.h"
 #include "base/InstalledFiles.h"
-#include "installer/Directory.h"
 
 #include <QByteArrayList>
 #include <QFile>

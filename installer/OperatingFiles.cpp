@@ -1,8 +1,8 @@
 #include "installer/Operating.h"
 
 #include "base/DebugLine.h"
+#include "base/Directory.h"
 #include "installer/CopyQueue.h"
-#include "installer/Directory.h"
 #include "installer/DirectoryCopy.h"
 #include "installer/ShellCommand.h"
 

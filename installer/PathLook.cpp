@@ -1,7 +1,7 @@
 #include "installer/PathLook.h"
 
+#include "base/AskingUser.h"
 #include "base/ExecutableDirectory.h"
-#include "installer/AskingUser.h"
 #include "installer/PathOutlook.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "installer/PathOutlook.h"
 
+#include "base/Directory.h"
 #include "base/InstalledFiles.h"
-#include "installer/Directory.h"
 #include "installer/ShownPath.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "installer/Directory.h"
+#include "base/Directory.h"
 
 #include <QString>
 

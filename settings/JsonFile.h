@@ -70,13 +70,12 @@ QJsonObject object(const Record &record, const JsonField<Record> (&fields)[Count
 
 enum class Access { AsUsual, OwnerOnly };
 
-// Replaces the file in one step, so that a full disk or a kill leaves the old one whole. Where the
-// directory takes no new file, the old one is overwritten. What cannot be written is left alone and
-// said in the log only. OwnerOnly: mode 0600, before any content is there.
+// As ReplacedFile::write() does. What cannot be written is left alone and said in the log only.
+// OwnerOnly: mode 0600, else 0644.
 void write(const QString &path, const QByteArray &content, Access access = Access::AsUsual);
 
 // Logs every line behind `lineLabel`, then the text up to the first zero byte. Nothing when the
-// file cannot be opened; a null document when the text is not JSON.
+// file cannot be opened; a null document when the text is not JSON or the file too long for it.
 std::optional<QJsonDocument> read(const QString &path, const char *lineLabel = "line:");
 
 } // namespace JsonFile

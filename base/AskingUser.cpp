@@ -1,4 +1,4 @@
-#include "installer/AskingUser.h"
+#include "base/AskingUser.h"
 
 #include <QDir>
 #include <QFile>

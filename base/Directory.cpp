@@ -1,7 +1,7 @@
-#include "installer/Directory.h"
+#include "base/Directory.h"
 
+#include "base/AskingUser.h"
 #include "base/InstalledFiles.h"
-#include "installer/AskingUser.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -102,20 +102,6 @@ QByteArray randomName(const QByteArray &prefix)
     return prefix + '.' + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
 }
 
-bool writeAll(int handle, const QByteArray &content)
-{
-    qint64 done = 0;
-    while (done < content.size()) {
-        const ssize_t written = write(
-            handle, content.constData() + done, static_cast<std::size_t>(content.size() - done));
-        if (written < 0 && errno != EINTR) {
-            return false;
-        }
-        done += std::max<ssize_t>(written, 0);
-    }
-    return true;
-}
-
 // Where the directory takes no new file, as for a user in the directory of an installation whose
 // launchers everybody may write.
 WrittenFile overwrite(const Directory &directory, const QByteArray &name, const QByteArray &content)
@@ -135,6 +121,20 @@ WrittenFile overwrite(const Directory &directory, const QByteArray &name, const 
 }
 
 } // namespace
+
+bool writeAll(int handle, const QByteArray &content)
+{
+    qint64 done = 0;
+    while (done < content.size()) {
+        const ssize_t written = write(
+            handle, content.constData() + done, static_cast<std::size_t>(content.size() - done));
+        if (written < 0 && errno != EINTR) {
+            return false;
+        }
+        done += std::max<ssize_t>(written, 0);
+    }
+    return true;
+}
 
 Directory::Identity Directory::Identity::of(const QString &path)
 {

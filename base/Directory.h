@@ -84,3 +84,6 @@ struct WrittenFile {
 };
 WrittenFile writeFile(
     const Directory &directory, const QByteArray &name, const QByteArray &content, mode_t mode);
+
+// All of it, however often the kernel has to be asked. False when it does not take everything.
+bool writeAll(int handle, const QByteArray &content);
