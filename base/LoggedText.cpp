@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonValue>
+#include <QLocale>
 
 #include <algorithm>
 #include <cmath>
@@ -107,7 +108,7 @@ private:
         constexpr double exact = 9007199254740992; // whole numbers up to here are exact
         const bool isWhole = std::abs(number) <= exact && std::floor(number) == number;
         m_text += isWhole ? QByteArray::number(static_cast<qint64>(number))
-                          : QByteArray::number(number, 'g', 17);
+                          : QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
     }
 
     QByteArray m_text;

@@ -75,6 +75,7 @@ QList<QObject *> LineBuilder::linesOfCountry(const QJsonObject &country)
     QList<QObject *> lines;
     const QJsonArray servers = country.value(QLatin1String("servers")).toArray();
     lines.reserve(servers.size());
+    names.taken.reserve(servers.size());
     for (const QJsonValue &server : servers) {
         lines.append(lineOfCountry(server.toObject(), names));
     }
@@ -112,13 +113,11 @@ QString LineBuilder::nameOf(const QJsonObject &server, Names &names)
     int &counter = names.counters[front];
     QString number = country.isEmpty() ? textOrNumberToText(server.value(QLatin1String("id")))
                                        : QString::number(++counter);
-    const auto isTaken = [&] {
-        return number.isEmpty() || names.taken.contains(front + QLatin1String(" #") + number);
-    };
-    while (isTaken()) {
+    QString name = front + QLatin1String(" #") + number;
+    while (number.isEmpty() || names.taken.contains(name)) {
         number = QString::number(++counter);
+        name = front + QLatin1String(" #") + number;
     }
-    const QString name = front + QLatin1String(" #") + number;
     names.taken.insert(name);
     return name;
 }

@@ -6,6 +6,7 @@
 #include "settings/LineFeedbackQuestionForQml.h"
 
 #include <QGuiApplication>
+#include <QHash>
 #include <QQmlEngine>
 #include <QScreen>
 

@@ -137,12 +137,13 @@ private slots:
     void everyValueOfAServerIsTaken()
     {
         QJsonObject object = QJsonDocument::fromJson(
-            json("{'data':[{'name_en':'A','img':'i','lon':'-1.5','lat':7,'servers':[{'country_id':'"
-                 "L',"
-                 "'id':'1','name_en':'Stadt','national_flag':'l.png','ip':'192.0.2.1',"
-                 "'domain':'l.example.com','uuid':'u-1','load':0.25,'trans_domain':'r.example.com',"
-                 "'trans_ip':'192.0.2.9','trans_port':8443,"
-                 "'srv_location':'{\\\\\\u0022lon\\\\\\u0022:13.4,\\u0022lat\\u0022:52.5}'},{}]}]}"))
+            json(
+                "{'data':[{'name_en':'A','img':'i','lon':'-1.5','lat':7,'servers':[{'country_id':'"
+                "L',"
+                "'id':'1','name_en':'Stadt','national_flag':'l.png','ip':'192.0.2.1',"
+                "'domain':'l.example.com','uuid':'u-1','load':0.25,'trans_domain':'r.example.com',"
+                "'trans_ip':'192.0.2.9','trans_port':8443,"
+                "'srv_location':'{\\\\\\u0022lon\\\\\\u0022:13.4,\\u0022lat\\u0022:52.5}'},{}]}]}"))
                                  .object();
         LineInfoListModel model;
         QString message;
@@ -184,6 +185,24 @@ private slots:
         QCOMPARE(filledProperties(area->getChildItem().constFirst()),
             QVariantMap({{"qLineName", "a"}, {"qLineArea", "A"}, {"qLineId", 7}, {"qLevel", 1},
                 {"qLineImage", "a.png"}, {"qServerIp", "192.0.2.1"}, {"qServerPort", 3000}}));
+    }
+
+    void aReplyIsLoggedAsTheBeginningOfItsCompactJson()
+    {
+        QJsonObject reply = QJsonDocument::fromJson(
+            json("{'code':-7,'data':[null,{},[],true,13.4,1e300,0.1,9007199254740993],"
+                 "'msg':'a \\u0022 \\\\ \\n'}"))
+                                .object();
+        const QByteArray whole = QJsonDocument(reply).toJson(QJsonDocument::Compact);
+        const QByteArray label = "createLineInfoModelListByCountry jsonL:QJsonObject(";
+        QTest::ignoreMessage(QtDebugMsg, QByteArray(label + whole + ")").constData());
+        QString message;
+        QVERIFY(!LineInfoListModel().createLineInfoModelListByCountry(reply, message));
+
+        reply["data"] = QString(5000, 'x');
+        QTest::ignoreMessage(QtDebugMsg,
+            QRegularExpression("^create.*\"x{2000,2048}… \\(at least \\d+ bytes more\\)\\)$"));
+        QVERIFY(!LineInfoListModel().createLineInfoModelListByCountry(reply, message));
     }
 
     void aRefusalLeavesItsReason()
