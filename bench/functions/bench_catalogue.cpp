@@ -1,4 +1,4 @@
-#include "lines/LineBuilder.h"
+#include "bench/functions/WithoutDebugLines.h"
 #include "lines/LineCatalogue.h"
 #include "lines/LineInfo.h"
 #include "lines/LineInfoListModel.h"
@@ -7,8 +7,13 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cstdio>
+
 #include <benchmark/benchmark.h>
 #include <malloc.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -44,28 +49,28 @@ QJsonObject country(int number)
         {"lon", with("%1.5", number)}, {"lat", with("%1.25", number)}, {"servers", servers}};
 }
 
+QByteArray replyOf(int countryCount)
+{
+    QJsonArray data;
+    for (int i = 0; i < countryCount; ++i) {
+        data.append(country(i));
+    }
+    const QJsonObject reply{{"code", 0}, {"msg", "ok"}, {"data", data}};
+    return QJsonDocument(reply).toJson(QJsonDocument::Compact);
+}
+
 const QByteArray &replyText()
 {
-    static const QByteArray text = [] {
-        QJsonArray data;
-        for (int i = 0; i < countries; ++i) {
-            data.append(country(i));
-        }
-        const QJsonObject reply{{"code", 0}, {"msg", "ok"}, {"data", data}};
-        return QJsonDocument(reply).toJson(QJsonDocument::Compact);
-    }();
+    static const QByteArray text = replyOf(countries);
     return text;
 }
 
-QList<QObject *> build(const QJsonObject &reply)
+QList<QObject *> build(QJsonObject reply)
 {
-    LineBuilder builder;
-    QList<QObject *> areas;
-    const QJsonArray data = reply.value(QLatin1String("data")).toArray();
-    for (const QJsonValue &value : data) {
-        areas.append(builder.areaByCountry(value.toObject()));
-    }
-    return areas;
+    LineInfoListModel model;
+    QString message;
+    model.createLineInfoModelListByCountry(reply, message);
+    return model.getLineInfoModelList();
 }
 
 void release(const QList<QObject *> &areas)
@@ -93,7 +98,7 @@ void catalogue_parse(benchmark::State &state)
     }
 }
 
-void catalogue_build(benchmark::State &state)
+void measureBuilding(benchmark::State &state)
 {
     const QJsonObject reply = QJsonDocument::fromJson(replyText()).object();
     for (auto _ : state) {
@@ -102,24 +107,82 @@ void catalogue_build(benchmark::State &state)
         release(areas);
         state.ResumeTiming();
     }
+}
+
+void catalogue_quiet(benchmark::State &state)
+{
+    const WithoutDebugLines quiet;
+    measureBuilding(state);
     state.counters["bytes_a_record"] = bytesARecord();
 }
 
-void catalogue_with_lines(benchmark::State &state)
+// Lines reach the file one by one, as from the standard error output.
+std::FILE *logFile()
 {
-    QJsonObject reply = QJsonDocument::fromJson(replyText()).object();
-    QString message;
-    for (auto _ : state) {
-        LineInfoListModel model;
-        model.createLineInfoModelListByCountry(reply, message);
-        state.PauseTiming();
-        release(model.getLineInfoModelList());
-        state.ResumeTiming();
+    static std::FILE *const file = std::tmpfile();
+    return file;
+}
+
+void writeLine(QtMsgType, const QMessageLogContext &, const QString &line)
+{
+    std::fprintf(logFile(), "%s\n", qPrintable(line));
+    std::fflush(logFile());
+}
+
+void catalogue_logged(benchmark::State &state)
+{
+    const QtMessageHandler usual = qInstallMessageHandler(writeLine);
+    measureBuilding(state);
+    qInstallMessageHandler(usual);
+}
+
+// What a reply takes at most, itself included, from its last byte to the finished records. In a
+// process of its own: the peak is that of a whole process.
+double peakOver(const QByteArray &text)
+{
+    malloc_trim(0);
+    int result[2] = {-1, -1};
+    if (pipe(result) != 0) {
+        return 0;
     }
+    if (const pid_t child = fork(); child != 0) {
+        double peak = 0;
+        if (child < 0 || read(result[0], &peak, sizeof peak) != sizeof peak) {
+            peak = 0;
+        }
+        close(result[0]);
+        close(result[1]);
+        waitpid(child, nullptr, 0);
+        return peak;
+    }
+    const auto kibibytes = [] {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss;
+    };
+    const long before = kibibytes();
+    qInstallMessageHandler(writeLine);
+    QByteArray body = text;
+    body.detach();
+    build(QJsonDocument::fromJson(body).object());
+    const double peak = static_cast<double>(kibibytes() - before) * 1024;
+    _exit(write(result[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
+}
+
+void catalogue_memory(benchmark::State &state)
+{
+    constexpr int wanted = 30'000'000;
+    static const QByteArray text = replyOf(wanted / (replyText().size() / countries));
+    double peak = 0;
+    for (auto _ : state) {
+        peak = peakOver(text);
+    }
+    state.counters["peak_over_size"] = peak / text.size();
 }
 
 BENCHMARK(catalogue_parse)->Unit(benchmark::kMillisecond);
-BENCHMARK(catalogue_build)->Unit(benchmark::kMillisecond);
-BENCHMARK(catalogue_with_lines)->Unit(benchmark::kMillisecond);
+BENCHMARK(catalogue_quiet)->Unit(benchmark::kMillisecond);
+BENCHMARK(catalogue_logged)->Unit(benchmark::kMillisecond);
+BENCHMARK(catalogue_memory)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace

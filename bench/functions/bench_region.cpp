@@ -1,4 +1,5 @@
 #include "bench/functions/Allocations.h"
+#include "bench/functions/WithoutDebugLines.h"
 #include "installer/AddressBlocks.h"
 #include "installer/Operating.h"
 
@@ -43,11 +44,6 @@ template <typename Lookup> void measure(benchmark::State &state, const Lookup &l
     state.counters["allocations"] = static_cast<double>(allocationsSoFar() - before);
 }
 
-bool isInside(const QString &text)
-{
-    return AddressBlocks::contains(AddressBlocks::fromDottedText(text));
-}
-
 bool isInsidePlainly(const QString &text)
 {
     const QStringList parts = text.split(QLatin1Char('.'));
@@ -66,16 +62,18 @@ bool isInsidePlainly(const QString &text)
     return false;
 }
 
-void region_lookup(benchmark::State &state) { measure(state, isInside); }
+bool isAllowed(const QString &text) { return Operating::EnableIPInBackCh(text); }
+
 void region_plain(benchmark::State &state) { measure(state, isInsidePlainly); }
-void region_with_lines(benchmark::State &state)
+void region_logged(benchmark::State &state) { measure(state, isAllowed); }
+void region_quiet(benchmark::State &state)
 {
-    Operating operating;
-    measure(state, [&operating](const QString &text) { return operating.EnableIPInBackCh(text); });
+    const WithoutDebugLines quiet;
+    measure(state, isAllowed);
 }
 
-BENCHMARK(region_lookup);
 BENCHMARK(region_plain);
-BENCHMARK(region_with_lines);
+BENCHMARK(region_logged);
+BENCHMARK(region_quiet);
 
 } // namespace
