@@ -1,12 +1,16 @@
 #include "app/PXMainWindows.h"
 
 #include "app/MyNetworkAccessManagerFactory.h"
+#include "app/StartUp.h"
+#include "app/WindowDrag.h"
+#include "app/WindowShape.h"
 #include "base/DebugLine.h"
 #include "base/FirstFrame.h"
 #include "settings/DataManager.h"
 
 #include <QCoreApplication>
 #include <QQmlEngine>
+#include <QQmlProperty>
 #include <QQuickItem>
 
 namespace {
@@ -49,6 +53,7 @@ PXMainWindows::PXMainWindows(QWindow *parent)
 {
     const QString systemType = DataManager::getInstance()->getSystemType();
     debugLine() << "sys:" << systemType;
+    setTitle(QStringLiteral("VornVPN")); // for task bars and screen readers
     setFlags(windowFlags(systemType));
     setColor(Qt::transparent);
     connect(this, &QQuickWindow::frameSwapped, this, FirstFrame::drawn);
@@ -60,8 +65,14 @@ PXMainWindows::PXMainWindows(QWindow *parent)
     for (const SceneConnection &connection : sceneConnections) {
         connect(m_root, connection.signal, this, connection.slot);
     }
+    connect(m_root, SIGNAL(send_drag(int, int)), this, SLOT(dragByCompositor()));
     connect(this, SIGNAL(widthChanged(int)), this, SLOT(onWidthChanged(int)));
     connect(engine(), SIGNAL(quit()), QCoreApplication::instance(), SLOT(quit()));
+    fixSize(*this);
+    m_shape = new WindowShape(*this);
+    QQmlProperty(m_root, QStringLiteral("panelOpen"))
+        .connectNotifySignal(this, SLOT(showDrawnPart()));
+    showDrawnPart();
     show();
 }
 
@@ -104,4 +115,15 @@ void PXMainWindows::onWidthChanged(int w)
 {
     debugLine() << "width--------------------------------->" << w;
     QMetaObject::invokeMethod(m_root, "onPXWidthChanged", Q_ARG(QVariant, w));
+}
+
+void PXMainWindows::dragByCompositor() { WindowDrag::leaveToCompositor(*this); }
+
+// The panel lies in the lowest part of the window. A scene without one draws everywhere.
+void PXMainWindows::showDrawnPart()
+{
+    constexpr int panelHeight = 100; // pixels
+    const QVariant panelOpen = m_root ? m_root->property("panelOpen") : QVariant(true);
+    const bool isHidden = panelOpen.isValid() && !panelOpen.toBool();
+    m_shape->setDrawnHeight(height() - (isHidden ? panelHeight : 0));
 }

@@ -2,6 +2,8 @@
 
 #include <QQuickView>
 
+class WindowShape;
+
 // The installer's only window: frameless and transparent, it loads the scene, shows itself and
 // carries out what the scene asks of a window. A scene that does not load leaves it empty.
 class PXMainWindows : public QQuickView {
@@ -19,6 +21,11 @@ public slots:
     void onShowWindows();
     void onWidthChanged(int w); // calls onPXWidthChanged(w) of a scene that has it
 
+private slots:
+    void showDrawnPart(); // follows the scene's panel
+    void dragByCompositor();
+
 private:
     QObject *m_root = nullptr; // the scene; null when it did not load
+    WindowShape *m_shape = nullptr; // the window's child
 };

@@ -1,6 +1,8 @@
 #include "app/StartUp.h"
 
 #include "api/KQHttpManager.h"
+#include "app/WindowDrag.h"
+#include "app/WindowShape.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
 
@@ -10,7 +12,8 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QImageReader>
-#include <QQuickWindow>
+#include <QQuickItem>
+#include <QQuickView>
 #include <QSGRendererInterface>
 #include <QScreen>
 #include <QtQml>
@@ -22,6 +25,13 @@ void preferX11()
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "xcb;wayland");
     }
+}
+
+void scaleOnDenseScreens()
+{
+    QGuiApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::RoundPreferFloor);
 }
 
 void useSoftwareSceneGraph() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
@@ -62,12 +72,24 @@ void setUpFonts()
 
 void registerQmlTypes()
 {
-    qRegisterMetaType<QList<QObject *>>();
-    qRegisterMetaType<UpdateInfo>();
     qmlRegisterType<KQHttpManager>("VORN.KQHttpManager", 1, 0, "KQHttpManager");
     qmlRegisterType<Operating>("VORN.Operating", 1, 0, "Operating");
     qmlRegisterSingletonType<DataManager>(
         "VORN.DataManager", 1, 0, "DataManager", virtualDataManager);
+}
+
+void fixSize(QWindow &window)
+{
+    window.setMinimumSize(window.size());
+    window.setMaximumSize(window.size());
+}
+
+void equipFramelessWindow(QQuickView &window)
+{
+    fixSize(window);
+    new WindowShape(window);
+    QObject::connect(window.rootObject(), SIGNAL(send_drag(int, int)), new WindowDrag(window),
+        SLOT(by(int, int)));
 }
 
 void centreOnPrimaryScreen(QWindow &window)

@@ -12,6 +12,7 @@
 int main(int argc, char *argv[])
 {
     preferX11();
+    scaleOnDenseScreens();
     std::thread fontConfiguration = readFontConfiguration();
     useSoftwareSceneGraph();
     QApplication application(argc, argv);

@@ -11,6 +11,8 @@ Rectangle {
     property string page: "question" // then "removing", then "result"
     readonly property real dpiScale: DataManager.getDpiScale()
 
+    signal send_drag(int x, int y)
+
     function startRemoval() {
         page = "removing";
         root.forceActiveFocus();
@@ -36,10 +38,7 @@ Rectangle {
 
         anchors.fill: parent
         onPressed: grip = Qt.point(mouse.x, mouse.y)
-        onPositionChanged: {
-            root.Window.window.x += mouse.x - grip.x;
-            root.Window.window.y += mouse.y - grip.y;
-        }
+        onPositionChanged: root.send_drag(mouse.x - grip.x, mouse.y - grip.y)
     }
 
     Image {

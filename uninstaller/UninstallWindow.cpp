@@ -64,6 +64,7 @@ bool UninstallWindow::open(const QUrl &scene)
         QMessageBox::critical(nullptr, QStringLiteral("VornVPN"), text);
         return false;
     }
+    equipFramelessWindow(*this);
     centreOnPrimaryScreen(*this);
     show();
     return true;

@@ -19,6 +19,7 @@ int main(int argc, char *argv[])
     // The settings are read with their password. The user's QT_LOGGING_RULES go before this.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     preferX11();
+    scaleOnDenseScreens();
     useSoftwareSceneGraph();
     // Nothing stays behind: neither compiled QML in the home directory nor the runtime directory
     // that Qt makes for root, who has none after pkexec.
