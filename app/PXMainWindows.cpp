@@ -73,6 +73,9 @@ PXMainWindows::PXMainWindows(QWindow *parent)
     QQmlProperty(m_root, QStringLiteral("panelOpen"))
         .connectNotifySignal(this, SLOT(showDrawnPart()));
     showDrawnPart();
+    if (m_root) {
+        FirstFrame::then(m_root, [this] { tellFirstFrame(); });
+    }
     show();
 }
 
@@ -118,6 +121,15 @@ void PXMainWindows::onWidthChanged(int w)
 }
 
 void PXMainWindows::dragByCompositor() { WindowDrag::leaveToCompositor(*this); }
+
+// A scene can leave to then what its first frame does not show.
+void PXMainWindows::tellFirstFrame()
+{
+    const char *const property = "firstFrameDrawn";
+    if (m_root->metaObject()->indexOfProperty(property) >= 0) {
+        m_root->setProperty(property, true);
+    }
+}
 
 // The panel lies in the lowest part of the window. A scene without one draws everywhere.
 void PXMainWindows::showDrawnPart()

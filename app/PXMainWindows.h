@@ -26,6 +26,8 @@ private slots:
     void dragByCompositor();
 
 private:
+    void tellFirstFrame();
+
     QObject *m_root = nullptr; // the scene; null when it did not load
     WindowShape *m_shape = nullptr; // the window's child
 };

@@ -20,6 +20,7 @@ Rectangle {
         : qsTranslate("main", "C:\\Program Files\\VornVPN")) + DataManager.emptyString
     property string installPath: defaultPath // written by the field and the dialog
     property bool panelOpen: false
+    property bool firstFrameDrawn: false // set by the window
     property bool usedByKeyboard: false
     property bool copying: false
     property bool startWanted: false // as soon as there is something to start
@@ -206,6 +207,7 @@ Rectangle {
 
     Component.onCompleted: forceActiveFocus()
     onInstallPathChanged: showInstallPath()
+    onFirstFrameDrawnChanged: createPages()
     onDpiScaleChanged: Theme.dpiScale = dpiScale
     onWidthChanged: width = Theme.windowWidth
     onHeightChanged: height = Theme.windowHeight
@@ -277,23 +279,6 @@ Rectangle {
 
         interval: 250
         onTriggered: Qt.quit()
-    }
-
-    Connections {
-        id: firstFrame
-
-        target: mainWindow.Window.window
-        function onFrameSwapped() {
-            firstFrame.enabled = false;
-            mainWindow.createPages();
-        }
-    }
-
-    // Where nothing is drawn the pages are needed all the same.
-    Timer {
-        interval: 300
-        running: true
-        onTriggered: mainWindow.createPages()
     }
 
     MouseArea {
