@@ -4,6 +4,7 @@
 #include "app/PXLog.h"
 #include "app/PXMainWindows.h"
 #include "app/StartUp.h"
+#include "app/WindowShape.h"
 #include "base/Deployment.h"
 #include "base/ExecutableDirectory.h"
 #include "base/FirstFrame.h"
@@ -15,6 +16,19 @@
 #include <QQuickItem>
 
 #include <thread>
+
+// What a message leaves in the file; %1 stands for the record.
+struct Filed {
+    int type; // a QtMsgType, or none
+    bool debug;
+    bool everything;
+    QString written;
+};
+
+struct Corner {
+    QPoint pixel;
+    bool drawn;
+};
 
 class AppTest : public QObject {
     Q_OBJECT
@@ -37,20 +51,20 @@ private slots:
 
     void fileHandlerKeepsTheRightMessages_data()
     {
-        // Type, isDebug, openAllprint, what is written; %1 stands for the record.
-        const Table<int, bool, bool, QString> row;
-        row("warnings are errors", 1, false, false, R"(\[Error\]%1)");
-        row("critical, filed nowhere", 2, false, false, R"(\(not there\))");
-        row("everything: critical", 2, false, true, R"(\[Critical\]%1)");
-        row("everything: info", 4, false, true, R"(\[Info\]%1)");
-        row("a debug line loses its text", 0, false, true, R"(\r\n)");
-        row("a debug build keeps it", 0, true, true, R"(\[Debug\]%1)");
-        row("an unknown level has no tag", 99, false, true, "%1");
+        const Rows<Filed> row;
+        const bool on = true;
+        row("warnings are errors", {QtWarningMsg, !on, !on, R"(\[Error\]%1)"});
+        row("critical, filed nowhere", {QtCriticalMsg, !on, !on, R"(\(not there\))"});
+        row("everything: critical", {QtCriticalMsg, !on, on, R"(\[Critical\]%1)"});
+        row("everything: info", {QtInfoMsg, !on, on, R"(\[Info\]%1)"});
+        row("a debug line loses its text", {QtDebugMsg, !on, on, R"(\r\n)"});
+        row("a debug build keeps it", {QtDebugMsg, on, on, R"(\[Debug\]%1)"});
+        row("an unknown level has no tag", {99, !on, on, "%1"});
     }
 
     void fileHandlerKeepsTheRightMessages()
     {
-        auto [type, debug, everything, expected] = Table<int, bool, bool, QString>::fetch();
+        const auto [type, debug, everything, written] = Rows<Filed>::fetch();
         isDebug = debug;
         openAllprint = everything;
 
@@ -59,10 +73,10 @@ private slots:
         kqMessageOutput(QtMsgType(type), {"a.cpp", 7, "f", nullptr}, "50 %4 %1");
         const QString content = QString::fromUtf8(contentOf(path));
         QFile::remove(path);
-        expected.replace("%1",
-            QString(R"(\[\d{4}(-\d\d){2} \d\d(:\d\d){2}\])"
-                    R"(\[Line:7\]\[Function:f\]\[msg:50 %4 %1\]\r\n\r\n)"));
-        const QRegularExpression pattern(QRegularExpression::anchoredPattern(expected));
+        const QString record = R"(\[\d{4}(-\d\d){2} \d\d(:\d\d){2}\])"
+                               R"(\[Line:7\]\[Function:f\]\[msg:50 %4 %1\]\r\n\r\n)";
+        const QRegularExpression pattern(
+            QRegularExpression::anchoredPattern(QString(written).replace("%1", record)));
         QVERIFY2(pattern.match(content).hasMatch(), qPrintable(content));
     }
 
@@ -97,6 +111,9 @@ private slots:
         QCOMPARE(window.flags(), Qt::WindowFlags(Qt::FramelessWindowHint));
         QCOMPARE(window.color(), QColor(Qt::transparent));
         QCOMPARE(window.size(), QSize(640, 520));
+        QCOMPARE(window.minimumSize(), window.size());
+        QCOMPARE(window.maximumSize(), window.size());
+        QCOMPARE(window.title(), QString("VornVPN"));
 
         QVERIFY(QMetaObject::invokeMethod(window.rootObject(), "hideWindows"));
         QVERIFY(!window.isVisible());
@@ -104,6 +121,42 @@ private slots:
         QVERIFY(window.isVisible());
         QMetaObject::invokeMethod(window.rootObject(), "closeWindows", Qt::QueuedConnection);
         QCOMPARE(QCoreApplication::exec(), 0);
+    }
+
+    void clicksReachOnlyWhatIsDrawn()
+    {
+        PXMainWindows window;
+        QCOMPARE(window.mask(), QRegion(0, 0, 640, 420));
+        window.rootObject()->setProperty("panelOpen", true);
+        QCOMPARE(window.mask(), QRegion(0, 0, 640, 520));
+        window.rootObject()->setProperty("panelOpen", false);
+        QCOMPARE(window.mask(), QRegion(0, 0, 640, 420));
+    }
+
+    void whereNobodyCompositesCornersAreRound_data()
+    {
+        const Rows<Corner> row;
+        row("the corner's pixel", {{0, 0}, false});
+        row("one on the circle's edge is not full", {{3, 3}, false});
+        row("one inside the circle", {{4, 4}, true});
+        row("the upper edge", {{320, 0}, true});
+        row("the left edge", {{0, 210}, true});
+        row("below on the right", {{639, 419}, false});
+        row("beside it", {{635, 415}, true});
+        row("below everything", {{320, 420}, false});
+    }
+
+    void whereNobodyCompositesCornersAreRound()
+    {
+        const auto [pixel, drawn] = Rows<Corner>::fetch();
+        QCOMPARE(WindowShape::roundedRectangle({640, 420}).contains(pixel), drawn);
+    }
+
+    void sceneIsToldOfItsFirstFrame()
+    {
+        PXMainWindows window;
+        QCOMPARE(window.rootObject()->property("firstFrameDrawn"), QVariant(false));
+        QTRY_COMPARE(window.rootObject()->property("firstFrameDrawn"), QVariant(true));
     }
 
     void windowGoneBeforeItsFirstFrameHoldsNothingUp()
