@@ -41,6 +41,11 @@ struct Mount {
     unsigned long flags;
 };
 
+struct Unwritable {
+    QString directory;
+    QString failing; // what therefore cannot be removed
+};
+
 using Spoil = std::function<bool(const QString &manifest)>;
 
 constexpr int skipped = 77; // exit status of a child that may not do what it has to
@@ -100,8 +105,8 @@ private slots:
         auto [file, line, error] = Rows<Stranger>::fetch();
         const Machine machine;
         line.replace("%1", machine.top.toUtf8());
-        QVERIFY(machine.install(
-            "gone\n" + line + "\n", {"empty/", "outside -> other", "deep/outside -> other"}));
+        QVERIFY(machine.install("gone\n" + line + '\n' + line,
+            {"empty/", "outside -> other", "deep/outside -> other"}));
         QVERIFY(machine.add(file));
         // An empty directory beside files of others may be theirs.
         QStringList kept{"deep/outside", "empty/", file.section(" -> ", 0, 0), "outside"};
@@ -317,21 +322,29 @@ private slots:
         QCOMPARE(status, 0);
     }
 
-    // Modes stop no removal by root.
-    void fileThatCannotGoIsTold()
+    void whatCannotGoIsTold_data()
     {
+        const Rows<Unwritable> row;
+        row("a file", {"lib", "lib/libA.so.1"});
+        row("an empty directory", {"qml", "qml/Q/"});
+    }
+
+    // Modes stop no removal by root.
+    void whatCannotGoIsTold()
+    {
+        const auto [directory, failing] = Rows<Unwritable>::fetch();
         if (geteuid() == 0 && seteuid(65534) != 0)
             QSKIP("there is nobody else");
         const Machine machine;
         const bool isInstalled = machine.install();
-        const QString library = machine.directory + "lib";
-        QFile::setPermissions(library, QFile::ReadOwner | QFile::ExeOwner);
+        const QString closed = machine.directory + directory;
+        QFile::setPermissions(closed, QFile::ReadOwner | QFile::ExeOwner);
         const RemovalReport report = machine.remove();
-        QFile::setPermissions(library, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(closed, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(seteuid(getuid()) == 0 && isInstalled);
-        QCOMPARE(namesOf(report.failed) + report.kept, QStringList("lib/libA.so.1"));
+        QCOMPARE(namesOf(report.failed) + report.kept, QStringList(failing));
         QCOMPARE(report.failed.first().error, EACCES);
-        QVERIFY(machine.has("opt/VornVPN/lib/libA.so.1") && !machine.has("opt/VornVPN/VORN"));
+        QVERIFY(machine.has("opt/VornVPN/" + failing) && !machine.has("opt/VornVPN/VORN"));
     }
 };
 

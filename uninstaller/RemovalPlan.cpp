@@ -107,7 +107,6 @@ RemovalPlan RemovalPlan::of(const DirectoryTree &tree)
     }
 
     std::vector<std::pair<int, QByteArray>> ranked;
-    ranked.reserve(static_cast<std::size_t>(paths.size()));
     for (const QByteArray &path : qAsConst(paths)) {
         ranked.emplace_back(rowOf(path), path);
     }
