@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 namespace {
@@ -20,7 +21,10 @@ struct Setting {
     char name[5] = "fuzz";
     char *arguments[2] = {name, nullptr};
     QCoreApplication application{argumentCount, arguments};
-    QTemporaryDir directory;
+    // In memory where the system has a file system there: a target writes files in every run.
+    QTemporaryDir directory{QFileInfo(QStringLiteral("/dev/shm")).isWritable()
+            ? QStringLiteral("/dev/shm/fuzz-XXXXXX")
+            : QDir::tempPath() + QStringLiteral("/fuzz-XXXXXX")};
 };
 
 } // namespace

@@ -1,23 +1,13 @@
 #include "FuzzSetting.h"
+#include "ReplyFrom.h"
 #include "api/Endpoints.h"
 #include "api/KQHttpManager.h"
 
 #include <QCoreApplication>
-#include <QNetworkReply>
-#include <QUrl>
 
 namespace {
 
-class ReplyFrom : public QNetworkReply {
-public:
-    explicit ReplyFrom(const QUrl &url) { setUrl(url); }
-    void abort() override { }
-
-protected:
-    qint64 readData(char *, qint64) override { return -1; }
-};
-
-constexpr int requestCount = static_cast<int>(Request::DownloadLink) + 1;
+constexpr int requestCount = static_cast<int>(Request::Count);
 
 } // namespace
 
@@ -31,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     const auto request = static_cast<Request>(data[0] % requestCount);
     if (request == Request::HotUpdate) {
-        return 0; // would download from whatever address the input names
+        return 0; // has a target of its own
     }
     ReplyFrom reply(QUrl(QString::fromLatin1(endpointOf(request).path)));
     manager.dealJsonData(&reply, restOf(data, size));

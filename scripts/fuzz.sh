@@ -9,7 +9,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 seconds=${1:-60}
 [ $# -gt 0 ] && shift
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(cipher router files sign_in catalogue signature manifest)
+[ ${#targets[@]} -gt 0 ] || targets=(cipher router answers hot_update address files sign_in catalogue
+    signature manifest)
 build=$root/build/fuzz
 
 "$root/scripts/install-packages.sh" build fuzz
