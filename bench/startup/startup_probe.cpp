@@ -2,14 +2,16 @@
 //
 //     startup-probe WHAT TASK
 //
-// WHAT is "installer", which runs the program's own main(), or "empty", the yardstick: an
-// application object and an empty QQuickView of the same size. TASK is what happens at the first
+// WHAT is "installer", which runs the program's own main(), or one of two yardsticks: "empty", an
+// application object and an empty QQuickView of the same size, and "text", the same view with one
+// text. TASK is what happens at the first
 // frame: "quit" ends the process there, for whoever times it; "count" prints the number of objects
 // that the scene consists of; "stay" goes on, as "progress" does with the progress page.
 #include "app/StartUp.h"
 #include "base/Deployment.h"
 
 #include <QApplication>
+#include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQmlExpression>
@@ -106,12 +108,18 @@ void watch()
 }
 Q_COREAPP_STARTUP_FUNCTION(watch)
 
-int emptyMain(int argc, char *argv[])
+// An empty address: an empty view.
+int yardstickMain(int argc, char *argv[], const QByteArray &scene)
 {
     useSoftwareSceneGraph();
     const QApplication application(argc, argv);
     QQuickView view;
     view.resize(640, 520);
+    if (!scene.isEmpty()) {
+        auto *const component = new QQmlComponent(view.engine(), &view);
+        component->setData(scene, QUrl());
+        view.setContent(QUrl(), component, component->create());
+    }
     view.show();
     return QApplication::exec();
 }
@@ -127,7 +135,10 @@ int main(int argc, char *argv[])
         return installerMain(argc, argv);
     }
     if (what == "empty") {
-        return emptyMain(argc, argv);
+        return yardstickMain(argc, argv, {});
     }
-    qFatal("usage: startup-probe installer|empty quit|count|stay|progress");
+    if (what == "text") {
+        return yardstickMain(argc, argv, "import QtQuick 2.9\nText { text: 'Quick Install' }");
+    }
+    qFatal("usage: startup-probe installer|empty|text quit|count|stay|progress");
 }
