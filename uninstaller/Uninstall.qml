@@ -15,7 +15,6 @@ Rectangle {
 
     function startRemoval() {
         page = "removing";
-        root.forceActiveFocus();
         uninstaller.start();
     }
 
