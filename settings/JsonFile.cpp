@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace {
 
 // Our files have a few dozen lines. Anything with more than this is none of them, and a log line
@@ -45,7 +47,8 @@ std::optional<QJsonDocument> JsonFile::read(const QString &path, const char *lin
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    const QByteArray bytes = file.read(ReplacedFile::longest + 1);
+    // Room is made for all that is asked for, so no more than one byte too much is.
+    const QByteArray bytes = file.read(std::min(file.size(), ReplacedFile::longest) + 1);
     file.close();
     if (bytes.size() > ReplacedFile::longest) {
         debugLine() << "文件过大:" << path;
