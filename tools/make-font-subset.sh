@@ -24,7 +24,7 @@ arabic=/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
 python=/usr/bin/python3
 
 # What no translation contains: the language list, and the letters of a path.
-names=$root/qml/main.qml
+names=$root/settings/DataManagerLanguage.cpp
 
 # Writes chars-han and chars-arabic: the Arabic font gets only what the other one does not have.
 "$python" - "$root/qml/internationalization" "$names" "$han" "$arabic" "$work" <<'PY'
