@@ -159,6 +159,16 @@ private slots:
         QVERIFY(!machine.has("opt/VornVPN"));
     }
 
+    void earlierManifestThatIsALinkIsTold()
+    {
+        const Machine machine;
+        QVERIFY(machine.install({}, {"manifest.old.txt -> other/neighbour"}));
+        const RemovalReport report = machine.remove();
+        QCOMPARE(namesOf(report.failed) + report.kept, QStringList("manifest.old.txt"));
+        QCOMPARE(report.failed.first().error, ELOOP);
+        QVERIFY(machine.has("other/neighbour") && !machine.has("opt/VornVPN/VORN"));
+    }
+
     // A hundredth of the work is one file here. The child is killed after every tenth, and after
     // each of those that the uninstaller itself needs.
     void killedRemovalCanBeTakenUpAgain()
