@@ -41,7 +41,8 @@ set(optional_imports "^(QtQml\\.WorkerScript|QtQuick\\.Extras.*|VORN\\..*)$")
 set(loaded_later libssl.so.3 libcrypto.so.3)
 
 # On every desktop, and better taken from there: the C library, the GL driver and what talks to the
-# X server, fonts, session management.
+# X server, fonts, session management. libsystemd is what the message bus asks two questions; it
+# drags five libraries along, and every system that the bundle supports has it from its first hour.
 set(of_the_system
   "^ld-linux.*" "^lib(c|m|dl|rt|pthread|resolv|util|nsl|anl|BrokenLocale)\\.so\\..*"
   "^lib(stdc\\+\\+|gcc_s)\\.so\\..*"
@@ -49,6 +50,7 @@ set(of_the_system
   "^lib(X11|X11-xcb|xcb|xcb-dri2|xcb-dri3|Xau|Xdmcp)\\.so\\..*"
   "^lib(fontconfig|freetype|harfbuzz|fribidi|expat|uuid)\\.so\\..*"
   "^lib(ICE|SM|z|com_err|p11-kit)\\.so\\..*"
+  "^libsystemd\\.so\\..*"
   "^libwayland-client\\.so\\..*")
 
 # Two Qts in one place would not fit together, so the payload must not bring its own.

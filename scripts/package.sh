@@ -1,31 +1,41 @@
 #!/usr/bin/env bash
 # Makes the single file that users download, and the bundle that it unpacks.
-#     scripts/package.sh PAYLOAD_DIR [--output DIR] [--allow-example] [-DVORN_...=VALUE ...]
+#     scripts/package.sh PAYLOAD_DIR [--output DIR] [--allow-example] [--sign KEY] [-DVORN_...=VALUE ...]
 # PAYLOAD_DIR      the client's tree; its executable is called VORN, and it brings no Qt of its own
 # --output DIR     where bundle/, VornInstall.run and SHA256SUMS go (default: out/package)
 # --allow-example  package an installer whose addresses lead nowhere or to this machine only
+# --sign KEY       sign SHA256SUMS with this key of gpg: SHA256SUMS.asc
 # -D...            the deployment's addresses (cmake/Deployment.cmake)
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
+usage="usage: scripts/package.sh PAYLOAD_DIR [--output DIR] [--allow-example] [--sign KEY] [-DVORN_...=VALUE ...]"
 build=$root/build/package
 output=$root/out/package
 payload=""
+key=""
 allow_example=no
 options=()
 while [ $# -gt 0 ]; do
     case "$1" in
-        --output) output=${2-} && shift ;;
+        -h | --help) say "$usage" && exit ;;
+        --output | --sign)
+            { [ $# -gt 1 ] && [ -n "$2" ] && [[ $2 != -* ]]; } || fail "$1 needs a value."$'\n'"$usage"
+            case "$1" in
+                --output) output=$2 ;;
+                --sign) key=$2 ;;
+            esac
+            shift
+            ;;
         --allow-example) allow_example=yes ;;
         -D*) options+=("$1") ;;
-        -*) payload="" && break ;;
+        -*) fail "There is no option $1."$'\n'"$usage" ;;
         *) payload=$1 ;;
     esac
     shift
 done
-{ [ -n "$payload" ] && [ -n "$output" ]; } || fail "usage: scripts/package.sh PAYLOAD_DIR" \
-    "[--output DIR] [--allow-example] [-DVORN_...=VALUE ...]"
+[ -n "$payload" ] || fail "$usage"
 [ -d "$payload" ] || fail "There is no directory $payload"
 payload=$(cd "$payload" && pwd -P)
 mkdir -p "$output"
@@ -48,7 +58,7 @@ check_payload() {
     odd=$(cd "$payload" && find . -mindepth 1 \( -name '.*' -o -name $'*\n*' -o ! -type f ! -type d \))
     [ -z "$odd" ] || fail "Links, hidden and special files cannot be installed:" "$odd"
     local name
-    for name in VornInstall start.sh qt.conf manifest.txt VornRun.sh UninstallRun.sh VornData.json; do
+    for name in VornInstall start.sh start-texts.sh qt.conf manifest.txt VornRun.sh UninstallRun.sh VornData.json; do
         [ ! -e "$payload/$name" ] || fail "The payload has a file $name: this name is the installer's."
     done
     [ ! -e "$payload/Uninstall" ] || say "The payload's Uninstall is left out: the bundle has its own."
@@ -98,7 +108,20 @@ stage() {
         -DQT_QML="$(qmake -qt5 -query QT_INSTALL_QML)" -DQT_BINS="$(qmake -qt5 -query QT_HOST_BINS)" \
         -DQT_TRANSLATIONS="$(qmake -qt5 -query QT_INSTALL_TRANSLATIONS)" \
         -P "$root/packaging/collect.cmake"
-    cp "$root/packaging/start.sh" "$bundle/"
+    reduce_icu "$binaries"
+    cp "$root/packaging/start.sh" "$root/packaging/start-texts.sh" "$bundle/"
+}
+
+# A client that uses ICU itself may need any of its data.
+reduce_icu() {
+    local file
+    while IFS= read -r file; do
+        if readelf -d "$file" | grep -q 'NEEDED.*libicu'; then
+            say "The payload uses ICU: its data stay as they are."
+            return
+        fi
+    done < <(tr ';' '\n' <<<"$1" | grep .)
+    "$root/packaging/reduce-icu.sh" "$bundle/lib"/libicudata.so.* "$build/icu"
 }
 
 # Directories with nothing in them would be installed and belong to no file.
@@ -130,18 +153,22 @@ check_bundle() {
     check_glibc
 }
 
-# Relative names: the command line is part of the file.
+# The header tells where the archive begins, which depends on the header's length.
 make_single_file() {
     say "Packing"
-    (
-        cd "$output"
-        GZIP=-n makeself --quiet --tar-quietly --gzip --complevel 9 --nomd5 --nocrc --sha256 --nox11 \
-            --keep-umask --packaging-date "$(date -d "@$SOURCE_DATE_EPOCH" -R)" --tar-format gnu \
-            --tar-extra "--sort=name --mtime=@$SOURCE_DATE_EPOCH --owner=0 --group=0 --numeric-owner" \
-            bundle VornInstall.run VornVPN sh ./start.sh
-        chmod 755 VornInstall.run
-        sha256sum VornInstall.run >SHA256SUMS
-    ) >"$build/makeself.log" 2>&1 || fail "makeself failed: $(cat "$build/makeself.log")"
+    local archive=$build/bundle.tar.gz header=$build/header.sh
+    tar -C "$bundle" --sort=name --mtime="@$SOURCE_DATE_EPOCH" --owner=0 --group=0 --numeric-owner \
+        --format=gnu -cf - . | gzip -9n >"$archive"
+    sed -e "s/@SUM@/$(sha256sum <"$archive" | cut -c 1-64)/" \
+        -e "s/@KILOBYTES@/$(du -sk --apparent-size "$bundle" | cut -f1)/" \
+        "$root/packaging/header.sh" >"$header"
+    sed -i "s/@OFFSET@/$(printf %08d $(($(stat -c %s "$header") + 1)))/" "$header"
+    cat "$header" "$archive" >"$output/VornInstall.run"
+    chmod 755 "$output/VornInstall.run"
+    rm -f "$output/SHA256SUMS.asc"
+    (cd "$output" && sha256sum VornInstall.run >SHA256SUMS)
+    [ -z "$key" ] || gpg --batch --yes --armor --local-user "$key" --detach-sign \
+        --output "$output/SHA256SUMS.asc" "$output/SHA256SUMS" || fail "gpg cannot sign with $key"
 }
 
 check_payload
@@ -155,3 +182,4 @@ say "$(wc -l <"$bundle/manifest.txt") files, $(du -sm "$bundle" | cut -f1) MB in
     "packed $(($(stat -c %s "$output/VornInstall.run") / 1000000)) MB:"
 say "    $output/VornInstall.run"
 say "    $output/SHA256SUMS"
+[ -z "$key" ] || say "    $output/SHA256SUMS.asc"
