@@ -134,7 +134,7 @@ restore_modes() {
 # --- the installation and what came of it -------------------------------------------------------
 
 # A new file each time that an installation begins.
-launcher() { ls -i VornRun.sh 2>/dev/null; }
+launcher() { stat -c '%i %z' VornRun.sh 2>/dev/null; }
 
 # The launcher names the directory that the installer was told.
 install_path() {
