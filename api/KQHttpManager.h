@@ -5,6 +5,7 @@
 #include "api/FileDownload.h"
 #include "api/IpCheck.h"
 #include "api/LinkLog.h"
+#include "api/RequestSignature.h"
 #include "api/SearchWordList.h"
 #include "lines/LineCatalogue.h"
 #include "settings/UserInfo.h"
@@ -173,6 +174,7 @@ private:
     };
     using Form = QList<FormField>;
 
+    RequestHeaders commonHeaders() const;
     QNetworkReply *post(Request request, const Form &form = {});
     QNetworkReply *send(const QString &url, QHttpMultiPart *multiPart);
     static std::optional<LinkLog::Number> linkLogNumberOf(const QNetworkReply &reply);

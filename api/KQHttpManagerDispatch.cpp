@@ -10,6 +10,7 @@
 #include <QJsonParseError>
 #include <QMetaEnum>
 
+#include <algorithm>
 #include <ctime>
 
 namespace {
@@ -20,10 +21,23 @@ constexpr int replyTimeOut = 10000; // milliseconds
 // of its own to the request.
 QByteArray onOneLine(QByteArray value)
 {
-    for (const char control : {'\r', '\n', '\0'}) {
-        value.replace(control, QByteArray());
+    const auto isBreak = [](char c) { return c == '\r' || c == '\n' || c == '\0'; };
+    if (std::any_of(value.cbegin(), value.cend(), isBreak)) {
+        value.truncate(
+            static_cast<int>(std::remove_if(value.begin(), value.end(), isBreak) - value.begin()));
     }
     return value;
+}
+
+RequestHeaders headersOf(const QNetworkRequest &request)
+{
+    RequestHeaders headers;
+    const QList<QByteArray> names = request.rawHeaderList();
+    headers.reserve(names.size());
+    for (const QByteArray &name : names) {
+        headers.append({name, request.rawHeader(name)});
+    }
+    return headers;
 }
 
 // What is longer is no answer; the catalogue of the whole world takes 4 MB.
@@ -49,46 +63,54 @@ void limitSize(QNetworkReply *reply, qint64 limit)
 
 } // namespace
 
-void KQHttpManager::createHttpHeader(QNetworkRequest &request)
+RequestHeaders KQHttpManager::commonHeaders() const
 {
-    static const QByteArray projectName = QByteArrayLiteral("vornvpn");
-    const auto set = [&request](const char *name, const QByteArray &value) {
-        request.setRawHeader(name, onOneLine(value));
-    };
+    const QByteArray projectName = QByteArrayLiteral("vornvpn");
     const UserInfo user = m_dataManager->getUserInfo();
-    set("_device_os", m_dataManager->getSystemType().toLocal8Bit());
-    set("_language", m_dataManager->getSoftUseLanguage().toLocal8Bit());
-    set("_os_version", m_osVersion);
-    set("_oem", QByteArrayLiteral("default"));
-    set("_prj_name", projectName);
+    RequestHeaders headers;
+    headers.reserve(15);
+    const auto set = [&headers](const QByteArray &name, const QByteArray &value) {
+        headers.append({name, onOneLine(value)});
+    };
+    set(QByteArrayLiteral("_device_os"), m_dataManager->getSystemType().toLocal8Bit());
+    set(QByteArrayLiteral("_language"), m_dataManager->getSoftUseLanguage().toLocal8Bit());
+    set(QByteArrayLiteral("_os_version"), m_osVersion);
+    set(QByteArrayLiteral("_oem"), QByteArrayLiteral("default"));
+    set(QByteArrayLiteral("_prj_name"), projectName);
     // The server knows the device by its salt, so the salt is the same in every request.
-    set("_salt", m_mac);
-    set("_sn", m_mac);
-    set("_session", user.getSession().toLocal8Bit());
+    set(QByteArrayLiteral("_salt"), m_mac);
+    set(QByteArrayLiteral("_sn"), m_mac);
+    set(QByteArrayLiteral("_session"), user.getSession().toLocal8Bit());
     if (user.getUid() != 0) {
-        set("_uid", QByteArray::number(user.getUid()));
+        set(QByteArrayLiteral("_uid"), QByteArray::number(user.getUid()));
     }
     debugLine() << "_username:" << user.getRadiusUserName();
-    set("_username", user.getRadiusUserName().toLocal8Bit());
-    set("_timestamp", QByteArray::number(static_cast<qint64>(std::time(nullptr))));
-    set("_version", m_dataManager->getSoftVersion().toLocal8Bit());
-    set("_version_show", m_dataManager->getSoftShowVersion().toLocal8Bit());
-    set("_brand", projectName);
+    set(QByteArrayLiteral("_username"), user.getRadiusUserName().toLocal8Bit());
+    set(QByteArrayLiteral("_timestamp"),
+        QByteArray::number(static_cast<qint64>(std::time(nullptr))));
+    set(QByteArrayLiteral("_version"), m_dataManager->getSoftVersion().toLocal8Bit());
+    set(QByteArrayLiteral("_version_show"), m_dataManager->getSoftShowVersion().toLocal8Bit());
+    set(QByteArrayLiteral("_brand"), projectName);
     const QString channel = m_dataManager->getChannel();
     if (!channel.isEmpty()) {
         debugLine() << "渠道:" << channel;
     }
-    set("_channel", channel.isEmpty() ? QByteArrayLiteral("official") : channel.toLocal8Bit());
+    set(QByteArrayLiteral("_channel"),
+        channel.isEmpty() ? QByteArrayLiteral("official") : channel.toLocal8Bit());
+    return headers;
+}
 
-    RequestHeaders headers;
-    const QList<QByteArray> names = request.rawHeaderList();
-    headers.reserve(names.size());
-    for (const QByteArray &name : names) {
-        headers.append({name, request.rawHeader(name)});
+void KQHttpManager::createHttpHeader(QNetworkRequest &request)
+{
+    const bool isFresh = request.rawHeaderList().isEmpty();
+    RequestHeaders headers = commonHeaders();
+    for (const auto &[name, value] : qAsConst(headers)) {
+        request.setRawHeader(name, value);
     }
-    const QByteArray text = signatureText(std::move(headers));
+    // Whatever else the request carries is signed too; reading all of them back takes long.
+    const QByteArray text = signatureText(isFresh ? std::move(headers) : headersOf(request));
     debugLine() << "sign:" << QString::fromLocal8Bit(text);
-    set("_sign", signatureOf(text));
+    request.setRawHeader(QByteArrayLiteral("_sign"), signatureOf(text));
 }
 
 void addFormData(QHttpMultiPart *multiPart, const QString &name, const QByteArray &value)
