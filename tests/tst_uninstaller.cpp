@@ -63,6 +63,8 @@ private slots:
         for (int i = 0; i < 300; ++i)
             lines += "gone/already" + QByteArray::number(i) + '\n';
         QVERIFY(machine.install(lines, {"made/by/the/client/", "../../link -> opt"}));
+        const auto descriptors = [] { return QDir("/proc/self/fd").count(); };
+        const uint before = descriptors();
         QList<int> told;
         const RemovalReport report =
             Removal(machine.top + "link/VornVPN", machine.entries).run([&told](int percentage) {
@@ -72,6 +74,7 @@ private slots:
         QVERIFY(
             !machine.has("opt/VornVPN") && machine.has("opt") && machine.has("other/neighbour"));
         QVERIFY(!machine.has("menu/Vorn.desktop") && !machine.has("autostart/Vorn.desktop"));
+        QCOMPARE(descriptors(), before);
         QCOMPARE(told.size(), 99);
         QVERIFY(told.first() == 1 && std::is_sorted(told.cbegin(), told.cend()));
         QCOMPARE(namesOf(machine.remove().failed), QStringList("manifest.txt"));
