@@ -1,25 +1,23 @@
 #!/usr/bin/env bash
-# Proves a packed installer in a clean Debian 12: unpacks it, clicks through the installation, starts
-# the client, uninstalls, and compares the system before and after. As root, as a user who agrees to
-# the installer's question for rights, and as one who declines. Needs root, changes nothing outside
+# Proves a packed installer in a clean Debian: unpacks it, clicks through the installation, starts the
+# client, uninstalls, and compares the system before and after. As root, as a user who agrees to the
+# installer's question for rights, and as one who declines. Needs root, changes nothing outside
 # out/prove, and takes a few minutes.
-#     packaging/prove.sh [VornInstall.run]   (default: out/package/VornInstall.run)
+#     packaging/prove.sh [SUITE [VornInstall.run]]   (default: bookworm out/package/VornInstall.run)
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/../scripts/lib.sh"
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+case "${1-}" in
+    -h | --help) say "usage: packaging/prove.sh [SUITE [VornInstall.run]]    SUITE: bookworm, trixie" && exit ;;
+esac
 
 work=$root/out/prove
-clean=$work/debian12
 # What every desktop has and the bundle therefore does not bring, and nothing else.
 desktop=libgl1,libegl1,libgbm1,libx11-6,libx11-xcb1,libxcb1,libxcb-dri2-0,libxcb-dri3-0
 desktop+=,libwayland-client0,fontconfig,libfreetype6,libharfbuzz0b,libfribidi0,libexpat1,libuuid1
 desktop+=,libice6,libsm6,zlib1g,libcom-err2,libp11-kit0
 
 screen_width=1280 screen_height=800
-declare -A position=( # in the installer's window, which stands in the middle of the screen
-    [custom path]="560 387" [path field]="200 447" [quick install]="320 320" [try it now]="320 324"
-    [uninstall]="414 336" [done]="320 324")
 
 make_clean_system() {
     [ ! -e "$clean/.complete" ] || return 0
@@ -27,11 +25,11 @@ make_clean_system() {
     # shellcheck disable=SC2016 # apt-get expands it
     mirror=$(apt-get indextargets --format '$(REPO_URI) $(CODENAME) $(COMPONENT)' 'Created-By: Packages' \
         | awk '$2 == "bookworm" && $3 == "main" { print $1; exit }')
-    [ -n "$mirror" ] || fail "apt-get knows no mirror of Debian 12"
-    say "Making a clean Debian 12 (once) in $clean"
+    [ -n "$mirror" ] || fail "apt-get knows no mirror of Debian"
+    say "Making a clean Debian ($suite, once) in $clean"
     rm -rf "$clean"
     quietly "$work/debootstrap.log" debootstrap --variant=minbase --include="$desktop" \
-        bookworm "$clean" "$mirror"
+        "$suite" "$clean" "$mirror"
     chroot "$clean" useradd --create-home --shell /bin/sh tester
     mkdir -p "$clean/usr/share/applications" "$clean/etc/xdg/autostart" # as desktops have them
     rm -rf "$clean"/var/cache/apt/archives/*.deb
@@ -39,21 +37,6 @@ make_clean_system() {
 }
 
 # --- inside the namespace -----------------------------------------------------------------------
-
-faults=0
-check() {
-    local what=$1 output
-    shift
-    if output=$("$@" 2>&1); then
-        say "    ok      $what"
-        return
-    fi
-    faults=$((faults + 1))
-    say "    NOT SO  $what"
-    printf '%s\n' "$output" | head -n 40 | sed 's/^/            /'
-}
-
-not() { ! "$@"; }
 
 # The clean system with a layer of its own on top.
 mount_system() {
@@ -65,8 +48,9 @@ mount_system() {
     mount -t proc proc "$work/system/proc"
     mount --rbind /dev "$work/system/dev"
     mkdir -p "$work/system/tmp/.X11-unix"
-    mount -t tmpfs tmpfs /tmp
-    mkdir -m 1777 /tmp/.X11-unix
+    # Only the sockets: the checkout itself may lie below /tmp.
+    mkdir -p /tmp/.X11-unix
+    mount -t tmpfs -o mode=1777 tmpfs /tmp/.X11-unix
     mount --bind /tmp/.X11-unix "$work/system/tmp/.X11-unix"
 }
 
@@ -216,6 +200,14 @@ same_files() {
 unreadable() { find "$system$target" ! -perm -004 ! -name VornData.json | grep .; }
 unpacked_left() { find "$system/tmp" -mindepth 1 -maxdepth 1 ! -name .X11-unix | grep .; }
 
+# The character data are reduced, and what Qt answers must not show it.
+check_codecs() {
+    cp "$work/codecs" "$system/tmp/codecs"
+    check "codecs, order and time zones are those of the full data" diff "$work/codecs.expected" \
+        <(inside /tmp/codecs LD_LIBRARY_PATH="$target/lib")
+    rm "$system/tmp/codecs"
+}
+
 # The client of a launcher finds its plug-ins with the launcher's variables alone, without qt.conf.
 check_launcher_variables() {
     mkdir "$system/tmp/elsewhere"
@@ -259,7 +251,7 @@ one_round() {
     unpacked=$work/layer/unpacked
     "$run_file" --quiet --noexec --target "$unpacked" >/dev/null
 
-    Xvfb -displayfd 3 -ac -screen 0 "${screen_width}x${screen_height}x24" -nolisten tcp \
+    Xvfb -displayfd 3 -nolock -ac -screen 0 "${screen_width}x${screen_height}x24" -nolisten tcp \
         3>"$work/layer/display" 2>"$work/xvfb.log" &
     wait_until 20 test -s "$work/layer/display" || fail "Xvfb does not start: $(cat "$work/xvfb.log")"
     DISPLAY=:$(cat "$work/layer/display")
@@ -268,6 +260,7 @@ one_round() {
     snapshot "$work/$round.before"
     install_it
     check_installation
+    check_codecs
     check_launcher_variables
     uninstall_it
     snapshot "$work/$round.after"
@@ -276,22 +269,28 @@ one_round() {
 }
 
 if [ "${1-}" = --round ]; then
-    run_file=$2
-    one_round "${@:3}"
+    suite=$2 run_file=$3
+    clean=$work/$suite
+    one_round "${@:4}"
     exit
 fi
 
-run_file=$(readlink -e "${1-$root/out/package/VornInstall.run}") \
+suite=${1-bookworm}
+clean=$work/$suite
+run_file=$(readlink -e "${2-$root/out/package/VornInstall.run}") \
     || fail "There is no packed installer: run scripts/package.sh first"
 [ "$(id -u)" -eq 0 ] || fail "Only root can make and enter a clean system"
-"$root/scripts/install-packages.sh" virtual prove
+"$root/scripts/install-packages.sh" build virtual prove
 mkdir -p "$work"
 make_clean_system
+# shellcheck disable=SC2046 # several words
+g++ -fPIC -o "$work/codecs" "$root/packaging/codecs.cpp" $(pkg-config --cflags --libs Qt5Core)
+LC_ALL=C.UTF-8 "$work/codecs" >"$work/codecs.expected"
 for arguments in "root root /opt/VornVPN agrees" "agreeing-user tester /opt/VornVPN agrees" \
     "declining-user tester /home/tester/VornVPN declines"; do
     # The processes of a round end with their namespace; there is no network in it.
     # shellcheck disable=SC2086 # several words
     unshare --mount --pid --fork --mount-proc --net --propagation private --kill-child \
-        "${BASH_SOURCE[0]}" --round "$run_file" $arguments
+        "${BASH_SOURCE[0]}" --round "$suite" "$run_file" $arguments
 done
-say "The packed installer is proven. Pictures and logs: $work"
+say "The packed installer is proven in $suite. Pictures and logs: $work"
