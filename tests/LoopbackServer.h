@@ -17,7 +17,6 @@ public:
         QByteArray body = QByteArray();
         int status = 200;
         Manner manner = Whole;
-        int delay = 0; // milliseconds
         QByteArray headers = QByteArray(); // further ones, each ending in "\r\n"
     };
 
@@ -102,7 +101,7 @@ private:
             m_held.append({request.path, socket});
             return;
         }
-        QTimer::singleShot(answer.delay, socket, [this, socket, answer] { send(socket, answer); });
+        send(socket, answer);
     }
 
     static QByteArray signature(const Request &request)

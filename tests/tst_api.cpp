@@ -244,7 +244,7 @@ private slots:
     {
         const QByteArray elsewhere = "Location: /elsewhere\r\n";
         server->answer("/failed", {{}, 500});
-        server->answer("/portal", {enciphered("http://portal"), 302, Server::Whole, 0, elsewhere});
+        server->answer("/portal", {enciphered("http://portal"), 302, Server::Whole, elsewhere});
         server->answer("/good", {{}, 200, Server::Held});
         server->answer("/hangs", {{}, 200, Server::Silent});
         server->answer("/api/system/region", {"{}"});
@@ -430,8 +430,8 @@ private slots:
         for (int i = 0; i < 5; ++i) {
             server->take("/api/system/operation");
         }
-        server->answer("/api/system/operation",
-            {R"({"code":0})", 200, Server::Whole, 0, "Set-Cookie: a=b\r\n"});
+        server->answer(
+            "/api/system/operation", {R"({"code":0})", 200, Server::Whole, "Set-Cookie: a=b\r\n"});
         while (server->release("/api/system/operation")) { }
         QTRY_COMPARE(spy.size(), 5);
         for (int i = 0; i < 3; ++i) {
