@@ -27,6 +27,16 @@ class FreshConnections;
 // The client of the server API, created by the scene. Every operation returns at once; its outcome
 // arrives as the signal named after it, a time-out as sendTimeOutInterface(), a transport error as
 // getHttpCode(). GUI thread only.
+//
+//     KQHttpManager {
+//         id: server
+//         onDomainNameFromWebStatus: server.getInitInfo()
+//         onLoginStatus: status ? server.getUserInfoAfterLogin() : page.showError(message)
+//         onSendTimeOutInterface: if (name === "login") page.showError(qsTr("No answer"))
+//         Component.onCompleted: server.getDomainNameFromWeb()
+//     }
+//
+//     server.userLogin(email, password)
 class KQHttpManager : public QObject {
     Q_OBJECT
     Q_CLASSINFO("QML.Element", "KQHttpManager") // for cmake/TypeDescriptions.cmake
