@@ -64,7 +64,7 @@ colours_of() {
         | grep -vE '[cC]olor[A-Za-z]*: [^"]*"transparent"[^"]*$' | sed "s|^|$1:|"
 }
 families_of() {
-    grep -nE '\<family: ' "$1" | grep -vE 'family: Theme\.fontFamily$' | sed "s|^|$1:|"
+    grep -nE '\<family: ' "$1" | grep -vE 'family: Theme\.fontFamily\>' | sed "s|^|$1:|"
 }
 
 each() {
