@@ -181,6 +181,15 @@ foreach(library ${resolved})
   endif()
 endforeach()
 
+# Qt asks for libssl.so and libcrypto.so, the names of the development package, and then looks into the
+# system's directories first. These lead to the bundle's.
+foreach(library ${loaded_later})
+  string(REGEX REPLACE "\\.so\\..*" ".so" asked_for ${library})
+  execute_process(COMMAND ld -shared -s --build-id=none -z noexecstack --no-as-needed
+      -soname ${asked_for} -o ${BUNDLE}/lib/${asked_for} ${BUNDLE}/lib/${library}
+    COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+
 # --- Qt's own texts -----------------------------------------------------------------------------
 
 # Those of the folder dialog. Each translation of the scene tells Qt's name of its language; not
