@@ -118,36 +118,34 @@ list_is_open() {
     [ "$height" -gt 90 ] && [ "$height" -lt 200 ] && [ "$top" -lt 100 ]
 }
 
-# The progress page moves, so frames are taken until the picture stands still for a second. Frames
-# with the same illustration make a group; the picture of a group is its middle.
+# The part of the page that changes with the illustration, and with nothing else.
+illustration() { fingerprint "$1" -crop 640x240+0+60; }
+
+# The progress page moves, so frames are taken until three illustrations and what follows them have
+# been seen, the initial page not counted. What stands in one frame only was caught half drawn. The
+# picture of an illustration is the middle one of its frames.
 picture_progress() {
-    local number=0 still=0 before="" now
-    local -a groups=() group_start=()
+    local deadline=$((SECONDS + 60)) number=0 group=0 pages=0 before now
+    local -a first=()
     rm -rf "$frames"
     mkdir -p "$frames"
-    while [ "$still" -lt 10 ] && [ "$number" -lt 400 ]; do
+    before=$(illustration "$pictures/path-panel.png")
+    until [ "$pages" -eq 4 ]; do
+        [ "$SECONDS" -lt "$deadline" ] \
+            || fail "Wanted three illustrations and the finish page, saw $pages (out/walk/frames)"
         grab "$frames/$number.png"
-        now=$(fingerprint "$frames/$number.png")
-        if [ "$now" = "$before" ]; then still=$((still + 1)); else still=0; fi
-        before=$now
+        now=$(illustration "$frames/$number.png")
+        if [ "$now" != "$before" ]; then
+            before=$now group=0 first[pages]=$number
+        fi
+        # Before the first change the initial page is still there.
+        if [ "${#first[@]}" -gt "$pages" ] && [ $((group += 1)) -eq 2 ]; then pages=$((pages + 1)); fi
         number=$((number + 1))
         sleep 0.05
     done
-    local frame group=""
-    for ((frame = 0; frame < number; frame++)); do
-        now=$(fingerprint "$frames/$frame.png" -crop 640x240+0+60)
-        if [ "$now" != "$group" ]; then
-            group=$now
-            groups+=("$group")
-            group_start+=("$frame")
-        fi
-    done
-    group_start+=("$number")
-    [ ${#groups[@]} -eq 4 ] \
-        || fail "Wanted three illustrations and the finish page, saw ${#groups[@]} (out/walk/frames)"
     for group in 0 1 2; do
-        frame=$(((group_start[group] + group_start[group + 1]) / 2))
-        cp "$frames/$frame.png" "$pictures/progress-$((group + 1)).png"
+        cp "$frames/$(((first[group] + first[group + 1] - 1) / 2)).png" \
+            "$pictures/progress-$((group + 1)).png"
     done
     last_picture=
 }

@@ -16,6 +16,9 @@ Rules make a path misbehave. A rules file (read again whenever it changes) or PO
      "/us/cookie.txt": {"delay": 3, "times": 2},      late; only for the next two requests
      "/eu/cookie.txt": {"cut": true},                 announces the whole body, sends half of it
      "/lookup": {"garbage": 4096},                    that many random bytes
+     "/page/a": {"size": 4096},                       a JSON object of that size
+     "/page/b": {"cookies": 16000},                   that many Set-Cookie lines more
+     "/page/c": {"endless": "headers"},               header after header; or "body"
      "/api/system/log": {"silent": true}}             takes the request and never answers
 
 A rule of null takes a rule away; GET /_control shows the rules, the mails and what was pushed.
@@ -529,6 +532,8 @@ class Connection(socketserver.StreamRequestHandler):
             status, kind, content = 200, "text/html; charset=utf-8", str(rule["text"]).encode()
         elif "garbage" in rule:
             status, content = 200, random.randbytes(int(rule["garbage"]))
+        elif "size" in rule:
+            status, kind, content = json_answer({"code": 0, "pad": "x" * int(rule["size"])})
         status = int(rule.get("status", status))
         self.server.record(request, status, rule)
         time.sleep(float(rule.get("delay", 0)))
@@ -540,10 +545,24 @@ class Connection(socketserver.StreamRequestHandler):
         head = (f"HTTP/1.1 {status} {http.client.responses.get(status, 'Status')}\r\n"
                 f"Content-Type: {kind}\r\nContent-Length: {len(content)}\r\n"
                 "Cache-Control: no-store\r\n\r\n").encode()
+        if "cookies" in rule:
+            lines = "".join(f"Set-Cookie: c{number}=1\r\n" for number in range(int(rule["cookies"])))
+            head = head.replace(b"\r\n\r\n", b"\r\n" + lines.encode() + b"\r\n")
+        if "endless" in rule:
+            self.send_endlessly(status, rule["endless"])
+            return False
         if rule.get("cut"):
             content = content[:len(content) // 2]
         self.wfile.write(head + content)
         return not rule.get("cut")
+
+    def send_endlessly(self, status, part):
+        """Until the client goes away, a line more of the headers or of a body without a length."""
+        self.wfile.write(f"HTTP/1.1 {status} Status\r\n".encode())
+        if part == "body":
+            self.wfile.write(b"Connection: close\r\n\r\n")
+        while True:
+            self.wfile.write(b"X-More: " + b"x" * 8000 + b"\r\n")
 
 
 def json_answer(value, status=200):

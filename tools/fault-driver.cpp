@@ -1,8 +1,11 @@
-// Installs again and again in one process, for scripts/faults.sh:
-//     vorn-fault-driver SOURCE TARGET ROUNDS
-// Every round is what the scene does with objects of its own: it asks the server, writes launchers
-// into the working directory and settings into the target, and copies the tree. Prints the resident
-// memory in KiB after the first twenty rounds and after the last one.
+// What a scene does that no click of the installer does, for scripts/faults.sh:
+//     vorn-fault-driver install SOURCE TARGET ROUNDS
+//     vorn-fault-driver download ADDRESS
+// The second one hands an address that a reply could name to the updater's download and waits for
+// two seconds. The first one installs again and again in one process. Every round is what the scene
+// does with objects of its own: it asks the server, writes launchers into the working directory and
+// settings into the target, and copies the tree. Prints the resident memory in KiB after the first
+// twenty rounds and after the last one.
 
 #include "api/KQHttpManager.h"
 #include "installer/Operating.h"
@@ -69,19 +72,10 @@ bool install(const QString &source, const QString &target)
         && host.ishavefile(target + QStringLiteral("/VornData.json"));
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int installAgainAndAgain(const QString &source, const QString &target, int rounds)
 {
-    const QGuiApplication application(argc, argv);
-    const QStringList arguments = QGuiApplication::arguments();
-    if (arguments.size() != 4) {
-        std::fputs("usage: vorn-fault-driver SOURCE TARGET ROUNDS\n", stderr);
-        return 2;
-    }
-    const int rounds = arguments.at(3).toInt();
     for (int round = 1; round <= rounds; ++round) {
-        if (!install(arguments.at(1), arguments.at(2))) {
+        if (!install(source, target)) {
             std::printf("round %d failed\n", round);
             return 1;
         }
@@ -91,4 +85,30 @@ int main(int argc, char *argv[])
         }
     }
     return 0;
+}
+
+int download(const QString &address)
+{
+    constexpr int waitMs = 2000;
+    KQHttpManager server;
+    server.httpRequestFile(address, 1);
+    QTimer::singleShot(waitMs, QCoreApplication::instance(), &QCoreApplication::quit);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() == 5 && arguments.at(1) == QLatin1String("install")) {
+        return installAgainAndAgain(arguments.at(2), arguments.at(3), arguments.at(4).toInt());
+    }
+    if (arguments.size() == 3 && arguments.at(1) == QLatin1String("download")) {
+        return download(arguments.at(2));
+    }
+    std::fputs(
+        "usage: vorn-fault-driver install SOURCE TARGET ROUNDS | download ADDRESS\n", stderr);
+    return 2;
 }
