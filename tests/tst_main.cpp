@@ -79,7 +79,7 @@ private slots:
     void startsInTheSavedLanguageAndEndsWithTheCopy()
     {
         Run current;
-        run = &current;
+        run = &current; // cppcheck-suppress danglingLifetime ; main() ends before it does
         QVERIFY(QDir::setCurrent(current.home.path()) && QDir().mkpath(current.bundle));
         // The copy is at this file when the program is closed; the settings come after it.
         QFile large(current.bundle + "/A");
