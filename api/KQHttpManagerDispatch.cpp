@@ -43,7 +43,7 @@ RequestHeaders headersOf(const QNetworkRequest &request)
 // What is longer is no answer; the catalogue of the whole world takes 4 MB.
 qint64 sizeLimitOf(const QString &url)
 {
-    constexpr qint64 mebibyte = 1024 * 1024;
+    constexpr qint64 mebibyte = 1 << 20;
     const bool isCatalogue = url.endsWith(QLatin1String(endpointOf(Request::AllLines).path));
     return (isCatalogue ? 16 : 8) * mebibyte;
 }

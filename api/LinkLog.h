@@ -46,7 +46,7 @@ public:
 
 private:
     struct Entry {
-        Number number;
+        Number number = stranger;
         LineLinkInfo record;
     };
     // Unless it is on the wire already.

@@ -65,7 +65,7 @@ PXMainWindows::PXMainWindows(QWindow *parent)
     for (const SceneConnection &connection : sceneConnections) {
         connect(m_root, connection.signal, this, connection.slot);
     }
-    connect(m_root, SIGNAL(send_drag(int, int)), this, SLOT(dragByCompositor()));
+    connect(m_root, sceneConnections[0].signal, this, SLOT(dragByCompositor()));
     connect(this, SIGNAL(widthChanged(int)), this, SLOT(onWidthChanged(int)));
     connect(engine(), SIGNAL(quit()), QCoreApplication::instance(), SLOT(quit()));
     fixSize(*this);

@@ -88,8 +88,9 @@ void equipFramelessWindow(QQuickView &window)
 {
     fixSize(window);
     new WindowShape(window);
-    QObject::connect(window.rootObject(), SIGNAL(send_drag(int, int)), new WindowDrag(window),
-        SLOT(by(int, int)));
+    const char *const dragged = SIGNAL(send_drag(int, int));
+    const char *const moved = SLOT(by(int, int));
+    QObject::connect(window.rootObject(), dragged, new WindowDrag(window), moved);
 }
 
 void centreOnPrimaryScreen(QWindow &window)

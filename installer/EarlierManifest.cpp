@@ -49,7 +49,8 @@ void keepEarlierManifest(const QString &bundle, const QString &target)
     const auto earlier = linesOf(to, InstalledFiles::previousManifest);
     QSet<QByteArray> known(brought->begin(), brought->end());
     QByteArray kept;
-    for (const QByteArray &line : earlier.value_or(QByteArrayList()) + *installed) {
+    const QByteArrayList lines = earlier.value_or(QByteArrayList()) + *installed;
+    for (const QByteArray &line : lines) {
         if (!line.isEmpty() && !known.contains(line)) {
             known.insert(line);
             kept += line + '\n';

@@ -9,7 +9,7 @@
 // root works there: a link at a file's name is followed only if root or this user made it.
 namespace ReplacedFile {
 
-constexpr qint64 longest = 16 * 1024 * 1024; // bytes; nothing of ours comes near it
+constexpr qint64 longest = qint64(16) * 1024 * 1024; // bytes; nothing of ours comes near it
 
 // False for what must not be opened: a pipe, a device, a directory, somebody else's link. A file
 // that is not there may be opened, and is then found missing.
