@@ -29,7 +29,6 @@ QNetworkRequest uncompressed(QNetworkRequest request)
 
 FreshConnections::FreshConnections(QObject *parent)
     : QObject(parent)
-    , m_current(createManager())
 {
 }
 
@@ -49,11 +48,18 @@ QNetworkReply *FreshConnections::getFresh(const QNetworkRequest &request)
 
 QNetworkReply *FreshConnections::getShared(const QNetworkRequest &request)
 {
+    if (!m_current) {
+        m_current = createManager();
+    }
     return m_current->get(uncompressed(request));
 }
 
 void FreshConnections::renew(void (QNetworkAccessManager::*clear)())
 {
+    if (!m_current) {
+        m_current = createManager();
+        return;
+    }
     if (!hasRunningReply(m_current)) {
         (m_current->*clear)();
         return;

@@ -33,5 +33,6 @@ private:
     void renew(void (QNetworkAccessManager::*clear)());
     QNetworkAccessManager *createManager();
 
-    QNetworkAccessManager *m_current;
+    // Made for the first request: to make one takes a millisecond of the start.
+    QNetworkAccessManager *m_current = nullptr;
 };

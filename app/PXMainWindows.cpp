@@ -9,6 +9,7 @@
 #include "settings/DataManager.h"
 
 #include <QCoreApplication>
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlProperty>
 #include <QQuickItem>
@@ -58,7 +59,7 @@ PXMainWindows::PXMainWindows(QWindow *parent)
     setColor(Qt::transparent);
     connect(this, &QQuickWindow::frameSwapped, this, FirstFrame::drawn);
     FirstFrame::expect();
-    setSource(QUrl(QStringLiteral("qrc:/main.qml")));
+    loadScene(QUrl(QStringLiteral("qrc:/main.qml")));
     m_root = rootObject();
     engine()->setNetworkAccessManagerFactory(networkFactory());
 
@@ -89,6 +90,14 @@ PXMainWindows::~PXMainWindows()
     }
     delete m_root;
     m_root = nullptr;
+}
+
+// As setSource() does it, but the fonts may take as long as the scene's types do.
+void PXMainWindows::loadScene(const QUrl &scene)
+{
+    auto *const component = new QQmlComponent(engine(), scene, this);
+    setUpFonts();
+    setContent(scene, component, component->create());
 }
 
 void PXMainWindows::slot_drag(int x, int y)

@@ -26,6 +26,7 @@ private slots:
     void dragByCompositor();
 
 private:
+    void loadScene(const QUrl &scene);
     void tellFirstFrame();
 
     QObject *m_root = nullptr; // the scene; null when it did not load

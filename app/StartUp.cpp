@@ -18,7 +18,17 @@
 #include <QScreen>
 #include <QtQml>
 
-#include <dlfcn.h>
+#include <future>
+
+namespace {
+
+std::future<void> &fontLoading()
+{
+    static std::future<void> loading;
+    return loading;
+}
+
+} // namespace
 
 void preferX11()
 {
@@ -36,18 +46,6 @@ void scaleOnDenseScreens()
 
 void useSoftwareSceneGraph() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
 
-std::thread readFontConfiguration()
-{
-    return std::thread([] {
-        // Not linked: the platform plug-ins bring it, and only they need it.
-        void *const fontconfig = dlopen("libfontconfig.so.1", RTLD_NOW);
-        void *const initialize = fontconfig != nullptr ? dlsym(fontconfig, "FcInit") : nullptr;
-        if (initialize != nullptr) {
-            reinterpret_cast<int (*)()>(initialize)();
-        }
-    });
-}
-
 QIcon windowIcon()
 {
     constexpr int largest = 64; // pixels
@@ -61,10 +59,22 @@ QIcon windowIcon()
     return icon;
 }
 
+void loadFontsAhead()
+{
+    fontLoading() = std::async([] {
+        QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/vorn-subset.ttf"));
+        QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/vorn-subset-arabic.ttf"));
+    });
+}
+
 void setUpFonts()
 {
-    QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/vorn-subset.ttf"));
-    QFontDatabase::addApplicationFont(QStringLiteral(":/fonts/vorn-subset-arabic.ttf"));
+    if (!fontLoading().valid()) {
+        loadFontsAhead();
+    }
+    fontLoading().wait();
+    fontLoading() =
+        std::async([] { QFontDatabase().families(); }); // the others, for the first text
     QFont font;
     font.setFamily(QStringLiteral("Microsoft YaHei UI"));
     QApplication::setFont(font);

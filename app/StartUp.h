@@ -1,7 +1,5 @@
 #pragma once
 
-#include <thread>
-
 class QIcon;
 class QQuickView;
 class QWindow;
@@ -11,11 +9,6 @@ class QWindow;
 // Before the application object: X11 comes first, since Wayland ignores window moves, unless the
 // user asked for a platform. The launcher's pkexec does not hand the choice on to the client.
 void preferX11();
-
-// Has another thread read the system's font configuration, which all texts need and which takes a
-// sixth of the start. Begin before the application object, which connects to the display meanwhile,
-// and join before the first use of a font: two that read it at once both do the whole work.
-std::thread readFontConfiguration();
 
 // Before the application object: from a factor of 1.75 on (168 dots per inch) everything is drawn
 // in twice its size. Below, only the texts follow the dots per inch, as the scene arranges it.
@@ -29,8 +22,14 @@ void useSoftwareSceneGraph();
 // only take time on their way to the window system.
 QIcon windowIcon();
 
-// The application font, and subset fonts that hold every character of the translations: a bare
-// system has no Chinese font.
+// Has another thread find the system's fonts, which takes a sixth of the start, more where there
+// are thousands. It needs the application object. Where no thread is to be had, setUpFonts() does
+// it.
+void loadFontsAhead();
+
+// Before the first text: the application font, and subset fonts that hold every character of the
+// translations, since a bare system has no Chinese font. Waits for loadFontsAhead(): a text that
+// comes before would never know the subset fonts.
 void setUpFonts();
 
 // The back-end classes as the scene imports them.

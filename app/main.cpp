@@ -13,22 +13,22 @@ int main(int argc, char *argv[])
 {
     preferX11();
     scaleOnDenseScreens();
-    std::thread fontConfiguration = readFontConfiguration();
     useSoftwareSceneGraph();
     QApplication application(argc, argv);
-    QApplication::setWindowIcon(windowIcon());
+    loadFontsAhead();
     if (isDebug) {
         qInstallMessageHandler(kqMessageOutput);
     }
     DataManager *settings = DataManager::getInstance();
-    fontConfiguration.join();
-    setUpFonts();
     registerQmlTypes();
     settings->changeLanguage(settings->languageTypeTransToInt(settings->getSoftUseLanguage()));
 
     PXMainWindows window;
     centreOnPrimaryScreen(window);
-    FirstFrame::then(&application, [&application] { translateQtTexts(&application); });
+    FirstFrame::then(&application, [&application] {
+        QApplication::setWindowIcon(windowIcon());
+        translateQtTexts(&application);
+    });
     const int exitCode = QApplication::exec();
 
     // A copy that is still running would put the bundle's own settings over those written here.

@@ -135,7 +135,7 @@ Rectangle {
         Text {
             id: shownText
 
-            readonly property real room: width / Math.max(1, wished.advanceWidth)
+            readonly property real room: width > 0 ? width / Math.max(1, wished.advanceWidth) : 1
 
             anchors.left: parent.left
             anchors.leftMargin: 6
