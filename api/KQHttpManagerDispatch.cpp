@@ -69,8 +69,8 @@ RequestHeaders KQHttpManager::commonHeaders() const
     const UserInfo user = m_dataManager->getUserInfo();
     RequestHeaders headers;
     headers.reserve(15);
-    const auto set = [&headers](const QByteArray &name, const QByteArray &value) {
-        headers.append({name, onOneLine(value)});
+    const auto set = [&headers](const QByteArray &name, QByteArray value) {
+        headers.append({name, onOneLine(std::move(value))});
     };
     set(QByteArrayLiteral("_device_os"), m_dataManager->getSystemType().toLocal8Bit());
     set(QByteArrayLiteral("_language"), m_dataManager->getSoftUseLanguage().toLocal8Bit());
@@ -103,12 +103,12 @@ RequestHeaders KQHttpManager::commonHeaders() const
 void KQHttpManager::createHttpHeader(QNetworkRequest &request)
 {
     const bool isFresh = request.rawHeaderList().isEmpty();
-    RequestHeaders headers = commonHeaders();
-    for (const auto &[name, value] : qAsConst(headers)) {
+    const RequestHeaders headers = commonHeaders();
+    for (const auto &[name, value] : headers) {
         request.setRawHeader(name, value);
     }
     // Whatever else the request carries is signed too; reading all of them back takes long.
-    const QByteArray text = signatureText(isFresh ? std::move(headers) : headersOf(request));
+    const QByteArray text = signatureText(isFresh ? headers : headersOf(request));
     debugLine() << "sign:" << QString::fromLocal8Bit(text);
     request.setRawHeader(QByteArrayLiteral("_sign"), signatureOf(text));
 }

@@ -2,6 +2,7 @@
 
 #include <QCryptographicHash>
 #include <QString>
+#include <QVarLengthArray>
 
 #include <algorithm>
 
@@ -24,13 +25,18 @@ QByteArray asRead(const QByteArray &value)
 
 } // namespace
 
-QByteArray signatureText(RequestHeaders headers)
+QByteArray signatureText(const RequestHeaders &headers)
 {
-    std::sort(headers.begin(), headers.end(),
-        [](const auto &left, const auto &right) { return left.first < right.first; });
+    QVarLengthArray<const RequestHeaders::value_type *, 24> sorted;
+    for (const auto &header : headers) {
+        sorted.append(&header);
+    }
+    std::sort(sorted.begin(), sorted.end(),
+        [](const auto *left, const auto *right) { return left->first < right->first; });
     QByteArray text;
     text.reserve(512);
-    for (const auto &[name, value] : qAsConst(headers)) {
+    for (const auto *header : qAsConst(sorted)) {
+        const auto &[name, value] = *header;
         if (name.isEmpty() || value.isEmpty()) {
             continue;
         }

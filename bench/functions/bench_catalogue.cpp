@@ -1,3 +1,4 @@
+#include "bench/functions/LinesToFile.h"
 #include "bench/functions/WithoutDebugLines.h"
 #include "lines/LineCatalogue.h"
 #include "lines/LineInfo.h"
@@ -6,8 +7,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <cstdio>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -116,24 +115,10 @@ void catalogue_quiet(benchmark::State &state)
     state.counters["bytes_a_record"] = bytesARecord();
 }
 
-// Lines reach the file one by one, as from the standard error output.
-std::FILE *logFile()
-{
-    static std::FILE *const file = std::tmpfile();
-    return file;
-}
-
-void writeLine(QtMsgType, const QMessageLogContext &, const QString &line)
-{
-    std::fprintf(logFile(), "%s\n", qPrintable(line));
-    std::fflush(logFile());
-}
-
 void catalogue_logged(benchmark::State &state)
 {
-    const QtMessageHandler usual = qInstallMessageHandler(writeLine);
+    const LinesToFile log;
     measureBuilding(state);
-    qInstallMessageHandler(usual);
 }
 
 // What a reply takes at most, itself included, from its last byte to the finished records. In a
@@ -161,7 +146,7 @@ double peakOver(const QByteArray &text)
         return usage.ru_maxrss;
     };
     const long before = kibibytes();
-    qInstallMessageHandler(writeLine);
+    const LinesToFile log;
     QByteArray body = text;
     body.detach();
     build(QJsonDocument::fromJson(body).object());

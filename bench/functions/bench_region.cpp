@@ -1,4 +1,5 @@
 #include "bench/functions/Allocations.h"
+#include "bench/functions/LinesToFile.h"
 #include "bench/functions/WithoutDebugLines.h"
 #include "installer/AddressBlocks.h"
 #include "installer/Operating.h"
@@ -65,6 +66,11 @@ bool isInsidePlainly(const QString &text)
 bool isAllowed(const QString &text) { return Operating::EnableIPInBackCh(text); }
 
 void region_plain(benchmark::State &state) { measure(state, isInsidePlainly); }
+void region_written(benchmark::State &state)
+{
+    const LinesToFile log;
+    measure(state, isAllowed);
+}
 void region_logged(benchmark::State &state) { measure(state, isAllowed); }
 void region_quiet(benchmark::State &state)
 {
@@ -74,6 +80,7 @@ void region_quiet(benchmark::State &state)
 
 BENCHMARK(region_plain);
 BENCHMARK(region_logged);
+BENCHMARK(region_written);
 BENCHMARK(region_quiet);
 
 } // namespace

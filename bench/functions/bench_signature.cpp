@@ -1,7 +1,9 @@
 #include "api/KQHttpManager.h"
 #include "api/RequestSignature.h"
 #include "base/Deployment.h"
+#include "bench/functions/LinesToFile.h"
 #include "bench/functions/WithoutDebugLines.h"
+#include "settings/DataManager.h"
 
 #include <QCryptographicHash>
 #include <QNetworkRequest>
@@ -10,7 +12,7 @@
 
 namespace {
 
-// As a signed-in user's request carries them.
+// As a signed-in user's requests carry them, with one header of the caller's own.
 RequestHeaders headers()
 {
     return {{"_device_os", "linux"}, {"_language", "_en"}, {"_os_version", "debian12"},
@@ -21,6 +23,15 @@ RequestHeaders headers()
         {"_channel", "official"}, {"_device_name", "workstation"}};
 }
 
+void signIn()
+{
+    UserInfo user;
+    user.setSession(QStringLiteral("3f2b9c70a1d84e55b6c1f00d9e8a7b6c"));
+    user.setUid(1234567);
+    user.setRadiusUserName(QStringLiteral("user1234567@vorn"));
+    DataManager::getInstance()->setUserInfo(user);
+}
+
 void headers_md5(benchmark::State &state)
 {
     const QByteArray text = signatureText(headers());
@@ -29,10 +40,11 @@ void headers_md5(benchmark::State &state)
     }
 }
 
-void headers_logged(benchmark::State &state)
+void measureHeaders(benchmark::State &state)
 {
     Deployment::current().ipLookupAddress.clear();
     KQHttpManager manager;
+    signIn();
     for (auto _ : state) {
         QNetworkRequest request;
         manager.createHttpHeader(request);
@@ -40,14 +52,23 @@ void headers_logged(benchmark::State &state)
     }
 }
 
+void headers_written(benchmark::State &state)
+{
+    const LinesToFile log;
+    measureHeaders(state);
+}
+
+void headers_logged(benchmark::State &state) { measureHeaders(state); }
+
 void headers_quiet(benchmark::State &state)
 {
     const WithoutDebugLines quiet;
-    headers_logged(state);
+    measureHeaders(state);
 }
 
 BENCHMARK(headers_md5);
 BENCHMARK(headers_logged);
+BENCHMARK(headers_written);
 BENCHMARK(headers_quiet);
 
 } // namespace
