@@ -25,7 +25,7 @@ planted_launchers() {
     expect "the files keep content and mode" untouched "$work/victims/first"
     expect "the other one too" untouched "$work/victims/second"
     expect "everything is installed" complete
-    expect "the launchers are files" not find "$bundle" "$target" -name '*Run.sh' -type l -exec false {} +
+    expect "the launchers are files" test -z "$(find "$bundle" "$target" -name '*Run.sh' -type l)"
     end
     tell
 }

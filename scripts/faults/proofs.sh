@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # How scripts/faults.sh --prove breaks the product: for each row of the table one change, and what
 # the row then has to call NOT SO. scripts/faults.sh sources this file.
-# shellcheck disable=SC2154 # stage.sh sets what is read here
+# shellcheck disable=SC2016,SC2154 # the words of other files; stage.sh sets what is read here
 
 # break_so FILE CHANGE: a sed script that the following rows are proven with.
 # notices ROW TEXT: what the row says is not so; empty for anything.
@@ -41,13 +41,15 @@ notices list_files:binary "Channel.json as it was"
 notices "list_files:of 50 MB of areas" "Channel.json as it was"
 
 json=settings/JsonFile.cpp
-break_so $json 's/isWritten = file.write(content) == content.size() && file.flush();/isWritten = file.write(content) != -2;/'
+replaced=settings/ReplacedFile.cpp
+break_so $replaced 's/fchmod(handle, mode) == 0 && writeAll(handle, content) && fsync(handle) == 0;/fchmod(handle, mode) == 0 \&\& (writeAll(handle, content) || true);/'
 notices full_disk_settings "the target's old settings are whole"
 break_so $json '/^std::optional<QJsonDocument> JsonFile::read/,/^{/s/^{/{ return std::nullopt;/'
 notices signals:first-page "the account is kept"
 notices signals:copy "the account is kept"
 notices signals:finish-page "the account is kept"
-break_so $json '/^void JsonFile::write/,/^{/s/^{/{ if (QFileInfo::exists(path)) return;/'
+break_so $json '1i #include <QFileInfo>
+/^void JsonFile::write/,/^{/s/^{/{ if (QFileInfo::exists(path)) return;/'
 notices settings_files:empty "new settings are written"
 notices settings_files:cut "new settings are written"
 notices settings_files:binary "new settings are written"
@@ -55,26 +57,30 @@ break_so $json '/^std::optional<QJsonDocument> JsonFile::read/,/^{/s/^{/{ for (i
 notices "settings_files:of 50 MB" "the window comes"
 notices "settings_files:of 25 million lines" "the window comes"
 break_so $json '1i #include <QDir>
+1i #include <QFileInfo>
 /^void JsonFile::write/,/^{/s/^{/{ if (QFileInfo(path).isDir()) QDir(path).removeRecursively(); else if (!QFileInfo(path).isFile()) QFile::remove(path);/'
 notices settings_files:directory "it is left as it was"
 notices settings_files:pipe "it is left as it was"
-break_so $json '/^void JsonFile::write/,/^{/s/^{/{ if (QFileInfo(path).isSymLink()) { QFile::remove(path); QFile(path).open(QIODevice::WriteOnly); return; }/'
+break_so $json '1i #include <QFileInfo>
+/^void JsonFile::write/,/^{/s/^{/{ if (QFileInfo(path).isSymLink()) { QFile::remove(path); QFile(path).open(QIODevice::WriteOnly); return; }/'
 notices "settings_files:dangling link" "it is left or gives way to whole settings"
 notices "settings_files:below a regular file" "it is left or gives way to whole settings"
 break_so $json '/^void JsonFile::write/,/^{/s/^{/{ { QFile f(path); f.open(QIODevice::WriteOnly); f.write(content); } return;/'
 notices planted_settings "the file keeps content and mode"
+break_so $replaced 's/ && around && around->st_uid == previous->st_uid/ \&\& around/'
 notices planted_owner "the settings are root's"
+break_so $replaced '/^    sweep(directory, name);/d'
 notices left_behind "it is gone"
 
 break_so installer/TextFile.cpp '/^WrittenFile writeTextFile/,/^{/s/^{/{ QFile f(path); f.open(QIODevice::WriteOnly); f.write(text.toUtf8()); return {true, true};/'
 notices planted_launchers "the files keep content and mode"
 notices planted_pipe "\"Quick Install\" installs"
 notices planted_entry "has root's own entry"
-break_so installer/Directory.cpp 's/    return owner == 0 ||.*/    return true;/'
+break_so base/Directory.cpp 's/    return owner == 0 ||.*/    return true;/'
 notices planted_directory "nothing lands elsewhere"
-break_so installer/Directory.cpp 's/        fchmod(handle, mode | S_IRWXU);/        (void)handle;/'
+break_so base/Directory.cpp 's/        fchmod(handle, mode | S_IRWXU);/        (void)handle;/'
 notices umasks:077 "all but the settings can be read by others"
-break_so installer/Directory.cpp 's/fchmod(handle, mode) == 0/fchmod(handle, 0644) == 0/'
+break_so base/Directory.cpp 's/fchmod(handle, mode) == 0/fchmod(handle, 0644) == 0/'
 notices "missing_commands:no command" "the launchers are executable"
 break_so installer/CopyQueue.cpp 's/if (isThreadToBeHad())/if (true)/'
 notices no_thread "the finish page ends the installer"
@@ -116,6 +122,20 @@ break_so uninstaller/DirectoryTree.cpp 's/level < DirectoryTree::mostLevels/true
 notices removal_nested ""
 break_so uninstaller/main.cpp 's/return window.open() ? QApplication::exec() : EXIT_FAILURE/window.open(); return QApplication::exec()/'
 notices removal_scene "a message"
+
+script=packaging/start.sh
+break_so $script 's/126) tell .*/126) ;;/'
+notices start_declined "the script says what can be done"
+break_so $script 's/tell "$(text no-pkexec)"/:/'
+notices start_without_pkexec "the script says that the client needs it"
+break_so $script 's/^ *clean_environment$/:/'
+notices start_environment ""
+break_so $script 's/^other=.*/other=/'
+notices start_target "no window comes"
+break_so $script 's/^restore_modes$/chmod -R go+rX ./'
+notices start_twice "the settings stay their owner's alone"
+break_so $script 's/^    look_after$/    true/'
+notices start_incomplete "exit code 1"
 
 # Breaks a copy of the sources, builds it and runs the row there.
 prove() {

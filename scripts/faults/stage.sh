@@ -40,6 +40,7 @@ run_rows() {
         )
         code=$?
         set -e
+        [ "$code" -le 1 ] || say "| $row | | NOT SO: the row ends ($code) | |" | tee -a "$work/not-so"
         row_faults=$((row_faults + code))
     done
     [ "$row_faults" -eq 0 ] \
@@ -244,4 +245,4 @@ stop_in_copy() {
 
 fill() { head -c 1G /dev/zero >"$1/fill" 2>/dev/null || true; }
 
-write_manifest() { (cd "$1" && find . -type f -printf '%P\n' | LC_ALL=C sort >manifest.txt); }
+write_manifest() { (cd "$1" && : >manifest.txt && find . -type f -printf '%P\n' | LC_ALL=C sort >"$work/manifest" && cp "$work/manifest" manifest.txt); }

@@ -118,7 +118,7 @@ start_target() {
     launch
     wait_until 30 script_decided || give_up "the script decides"
     expect "no window comes" not installer_pid
-    expect "a sentence says why" told "notes.txt"
+    expect "a sentence says why" told "into an empty directory"
     expect "the modes stay" test "$(stat -c %a "$bundle/.ssh" "$bundle/.ssh/id" "$bundle/notes.txt" | tr '\n' ' ')" = "700 600 640 "
     if installer_has_window; then click close; fi
     wait_until 20 not_running "$pid" || give_up "the script ends"
@@ -138,6 +138,7 @@ start_twice() {
     expect "the settings stay their owner's alone" test "$(stat -c %a "$bundle/VornData.json")" = 600
     quick_install
     close_window
+    expect "nothing that is printed holds the account" not grep -F kept@vorn.example "$work/installer.log"
     expect "also after the installation" test "$(stat -c %a "$bundle/VornData.json")" = 600
     end
     tell
