@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Does to the installer what full disks, broken files, dead servers and other users do, and prints a
 # line of the table in docs/faults.md for each fault. It needs mounts and a network of its own.
-#     scripts/faults.sh              the whole table (about six minutes)
+#     scripts/faults.sh              the whole table (about ten minutes)
 #     scripts/faults.sh ROW...       single rows, named as the functions in scripts/faults/*.sh;
 #                                    ROW:CASE is one case of a row that has several
 #     scripts/faults.sh --sanitized [ROW...]   the same with a build under the sanitizers
@@ -12,7 +12,7 @@ set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 here=$root/scripts/faults
-for part in stage disks settings planted network machine start_script uninstaller proofs; do
+for part in stage disks settings planted network machine packed start_script uninstaller proofs; do
     # shellcheck source=scripts/faults/stage.sh
     source "$here/$part.sh"
 done

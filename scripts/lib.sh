@@ -110,6 +110,20 @@ stage_bundle() {
     printf '{"channel": "official"}\n' >"$2/Channel.json"
 }
 
+# single_file BUNDLE FILE WORK: packs an unpacked bundle. The header tells where the archive begins,
+# which depends on the header's length. WORK is a folder for what comes in between.
+single_file() {
+    local archive=$3/bundle.tar.gz header=$3/header.sh
+    tar -C "$1" --sort=name --mtime="@${SOURCE_DATE_EPOCH-0}" --owner=0 --group=0 --numeric-owner \
+        --format=gnu -cf - . | gzip -9n >"$archive"
+    sed -e "s/@SUM@/$(sha256sum <"$archive" | cut -c 1-64)/" \
+        -e "s/@KILOBYTES@/$(du -sk --apparent-size "$1" | cut -f1)/" \
+        "$root/packaging/header.sh" >"$header"
+    sed -i "s/@OFFSET@/$(printf %08d $(($(stat -c %s "$header") + 1)))/" "$header"
+    cat "$header" "$archive" >"$2"
+    chmod 755 "$2"
+}
+
 # agreeing_pkexec FOLDER: puts a pkexec there that asks nobody and runs its arguments.
 agreeing_pkexec() {
     mkdir -p "$1"

@@ -153,18 +153,9 @@ check_bundle() {
     check_glibc
 }
 
-# The header tells where the archive begins, which depends on the header's length.
 make_single_file() {
     say "Packing"
-    local archive=$build/bundle.tar.gz header=$build/header.sh
-    tar -C "$bundle" --sort=name --mtime="@$SOURCE_DATE_EPOCH" --owner=0 --group=0 --numeric-owner \
-        --format=gnu -cf - . | gzip -9n >"$archive"
-    sed -e "s/@SUM@/$(sha256sum <"$archive" | cut -c 1-64)/" \
-        -e "s/@KILOBYTES@/$(du -sk --apparent-size "$bundle" | cut -f1)/" \
-        "$root/packaging/header.sh" >"$header"
-    sed -i "s/@OFFSET@/$(printf %08d $(($(stat -c %s "$header") + 1)))/" "$header"
-    cat "$header" "$archive" >"$output/VornInstall.run"
-    chmod 755 "$output/VornInstall.run"
+    single_file "$bundle" "$output/VornInstall.run" "$build"
     rm -f "$output/SHA256SUMS.asc"
     (cd "$output" && sha256sum VornInstall.run >SHA256SUMS)
     [ -z "$key" ] || gpg --batch --yes --armor --local-user "$key" --detach-sign \

@@ -58,7 +58,7 @@ lookup() {
     done <<'END'
 sends garbage|{"garbage": 300000}
 sends 30 MB|{"size": 30000000}
-sends 16,000 cookies|{"cookies": 16000}
+sends 1,000 cookies|{"cookies": 1000}
 never ends its headers|{"endless": "headers"}
 never ends its body|{"endless": "body"}
 END

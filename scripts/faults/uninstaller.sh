@@ -91,7 +91,7 @@ traced_window() {
 }
 click_traced() {
     not_running "$pid" && return
-    click uninstall 2>/dev/null
+    click uninstall
     sleep 0.2
     click_done
 }
