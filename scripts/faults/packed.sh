@@ -84,7 +84,7 @@ packed_signal() {
     end
     tell
 }
-is_unpacking() { [ -n "$(find "$unpacking" -mindepth 3 -name 0*0 -print -quit)" ]; }
+is_unpacking() { [ -n "$(find "$unpacking" -mindepth 3 -name '0*0' -print -quit)" ]; }
 
 packed_damaged() {
     begin "damaged file" "one byte of its archive is another one"
