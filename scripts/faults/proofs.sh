@@ -4,7 +4,7 @@
 # shellcheck disable=SC2016,SC2154 # the words of other files; stage.sh sets what is read here
 
 # break_so FILE CHANGE: a sed script that the following rows are proven with.
-# notices ROW TEXT: what the row says is not so; empty for anything.
+# notices ROW TEXT: what the row says is not so.
 proofs=()
 break_so() { broken_file=$1 broken_by=$2; }
 notices() { proofs+=("$1"$'\t'"$2"$'\t'"$broken_file"$'\t'"${broken_by//$'\n'/$'\x01'}"); }
@@ -101,7 +101,7 @@ break_so $dispatch 's/replyTimeOut = 10000/replyTimeOut = 100000/'
 notices watchdog "the request ends after ten seconds"
 break_so $dispatch '/    limitSize(reply/d'
 notices big_reply "less than 48 MiB of memory are taken"
-break_so $dispatch '/^QByteArray onOneLine/,/^}/s/value.replace.*/(void)control;/'
+break_so $dispatch '/^QByteArray onOneLine/,/^}/s/if (std::any_of(.*/if (false) {/'
 notices header_splitting "the session is sent on one line"
 break_so $dispatch 's/std::time(nullptr)/[] { static const time_t t = std::time(nullptr); return t; }()/'
 notices clock_backwards "the requests carry the earlier time"
@@ -128,12 +128,12 @@ plan=uninstaller/RemovalPlan.cpp
 break_so $plan 's/    return found == std::end(later) ? -1.*/    return 0;/'
 notices removal_killed "it can be started again"
 break_so $plan 's/InstalledFiles::largestManifest/qint64(700) * 1024 * 1024/'
-notices "removal_manifest:of 22 million lines" ""
+notices "removal_manifest:of 22 million lines" "less than 500 MiB of memory are taken"
 notices "removal_manifest:of 3 GiB" "less than 500 MiB of memory are taken"
 break_so uninstaller/DirectoryTree.cpp 's/asPlace = O_PATH | O_DIRECTORY | O_NOFOLLOW/asPlace = O_PATH | O_DIRECTORY/'
 notices removal_swapped "the neighbour stays"
-break_so uninstaller/DirectoryTree.cpp 's/level < DirectoryTree::mostLevels/true/'
-notices removal_nested ""
+break_so uninstaller/DirectoryTree.cpp 's/level < DirectoryTree::mostLevels/(level < 512 || (__builtin_trap(), false))/'
+notices removal_nested "exit code 0"
 break_so uninstaller/main.cpp 's/return window.open() ? QApplication::exec() : EXIT_FAILURE/window.open(); return QApplication::exec()/'
 notices removal_scene "a message"
 
@@ -143,7 +143,7 @@ notices start_declined "the script says what can be done"
 break_so $script 's/tell "$(text no-pkexec)"/:/'
 notices start_without_pkexec "the script says that the client needs it"
 break_so $script 's/^ *clean_environment$/:/'
-notices start_environment ""
+notices start_environment "the window comes"
 break_so $script 's/^other=.*/other=/'
 notices start_target "no window comes"
 break_so $script 's/^restore_modes$/chmod -R go+rX ./'

@@ -217,7 +217,7 @@ ended() {
 
 readonly json_files=(VornData.json CommonUsedLine.json Channel.json)
 
-complete() { diff -rq "${json_files[@]/#/--exclude=}" --exclude='manifest.old.txt' "$bundle" "$target"; }
+complete() { diff -rq "${json_files[@]/#/--exclude=}" --exclude='manifest.old.txt' --exclude='.runtime*' "$bundle" "$target"; }
 is_settings() { python3 -c 'import json, sys; assert json.load(open(sys.argv[1]))["installPath"]' "$1"; }
 keeps_account() { grep -F '"userName": "kept@vorn.example"' "$1" && is_settings "$1"; }
 no_cut_files() {
