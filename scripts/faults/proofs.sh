@@ -10,7 +10,7 @@ break_so() { broken_file=$1 broken_by=$2; }
 notices() { proofs+=("$1"$'\t'"$2"$'\t'"$broken_file"$'\t'"${broken_by//$'\n'/$'\x01'}"); }
 
 copy=installer/DirectoryCopy.cpp
-break_so $copy "s|return QFile::copy(entry.filePath(), target.path + QLatin1Char('/') + entry.fileName());|return std::system((\"cat '\" + entry.filePath().toStdString() + \"' > '\" + (target.path + QLatin1Char('/') + entry.fileName()).toStdString() + \"'\").c_str()) == 0;|"
+break_so $copy "s|return QFile::copy(entry.filePath(), target.path + QLatin1Char('/') + entry.fileName());|return std::system((\"cat '\" + entry.filePath().toStdString() + \"' > '\" + QString(target.path + QLatin1Char('/') + entry.fileName()).toStdString() + \"'\").c_str()) == 0;|"
 notices full_disk "no cut file stays"
 break_so $copy 's|    Directory directory = Directory::open(QDir(path)|QFile::remove(path); &|'
 notices target_is_file "the file is as it was"
@@ -167,7 +167,7 @@ notices packed_target "nothing is unpacked"
 # Breaks a copy of the sources, builds it and runs the row there.
 prove() {
     local source=$root/out/faults-proof/source folder=$root/build/faults-proof
-    local proof row text file change seen last="" unproven=0
+    local proof row text file change seen is_built last="" unproven=0
     mkdir -p "$source"
     for row in "${all_rows[@]}"; do
         [[ $'\n'$(printf '%s\n' "${proofs[@]}") != *$'\n'"$row"[:$'\t']* ]] || continue
@@ -181,7 +181,13 @@ prove() {
             last=$file$change
             copy_sources "$source"
             sed -i "${change//$'\x01'/$'\n'}" "$source/$file"
-            build_programs "$folder" "$source"
+            is_built=yes
+            (build_programs "$folder" "$source") || is_built=no
+        fi
+        if [ "$is_built" = no ]; then
+            say "NOT PROVEN $row: $file does not compile"
+            unproven=$((unproven + 1))
+            continue
         fi
         if cmp -s "$root/$file" "$source/$file"; then
             say "NOT PROVEN $row: the change finds nothing in $file"
