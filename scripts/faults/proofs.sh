@@ -82,7 +82,7 @@ break_so base/Directory.cpp 's/        fchmod(handle, mode | S_IRWXU);/        (
 notices umasks:077 "all but the settings can be read by others"
 break_so base/Directory.cpp 's/fchmod(handle, mode) == 0/fchmod(handle, 0644) == 0/'
 notices "missing_commands:no command" "the launchers are executable"
-break_so installer/CopyQueue.cpp 's/if (isThreadToBeHad())/if (true)/'
+break_so installer/CopyQueue.cpp 's/if (isThreadToBeHad())/if (true)/; /^    run(); /d'
 notices no_thread "the finish page ends the installer"
 break_so installer/CopyQueue.cpp '/    keepEarlierManifest/d'
 notices removal_earlier "nothing of either version stays"
