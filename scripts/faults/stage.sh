@@ -152,7 +152,7 @@ launch() {
     (
         cd "$bundle"
         umask "$mask"
-        exec env PATH="$work/bin:$PATH" HOME="$work/home" XDG_RUNTIME_DIR="$work/home" \
+        exec env --default-signal=HUP,INT PATH="$work/bin:$PATH" HOME="$work/home" XDG_RUNTIME_DIR="$work/home" \
             LC_ALL=C.UTF-8 VORN_SAMPLE_MARKER="$marker" "${surroundings[@]}" "${program[@]}"
     ) >"$work/installer.log" 2>&1 &
     pid=$!
