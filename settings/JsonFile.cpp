@@ -36,20 +36,16 @@ void JsonFile::write(const QString &path, const QByteArray &content, Access acce
 
 std::optional<QJsonDocument> JsonFile::read(const QString &path, const char *lineLabel)
 {
-    QFile file(path);
-    if (!ReplacedFile::mayBeRead(path)) {
+    QFile file;
+    if (!ReplacedFile::openToRead(path, file)) {
         return std::nullopt;
     }
-    if (file.open(QIODevice::ReadOnly) && file.size() <= ReplacedFile::longest) {
+    if (file.size() <= ReplacedFile::longest) {
         logLines(file, lineLabel);
-    }
-    file.close();
-    if (!file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
+        file.seek(0);
     }
     // Room is made for all that is asked for, so no more than one byte too much is.
     const QByteArray bytes = file.read(std::min(file.size(), ReplacedFile::longest) + 1);
-    file.close();
     if (bytes.size() > ReplacedFile::longest) {
         debugLine() << "文件过大:" << path;
         return QJsonDocument();

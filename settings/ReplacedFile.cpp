@@ -7,6 +7,8 @@
 #include <QRandomGenerator>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <ctime>
 #include <optional>
 
@@ -126,6 +128,24 @@ void sweep(const Directory &directory, const QByteArray &name)
     closedir(entries);
 }
 
+// A pipe does not keep its reader waiting, and a terminal does not become the program's.
+constexpr int readingFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+// The link is held while it is looked at and read, so that nobody puts another one in its place.
+int openLinkedFile(const Directory &directory, const QByteArray &name)
+{
+    const int link = openat(directory.handle(), name.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
+    if (link < 0) {
+        return -1;
+    }
+    Status status{};
+    QByteArray target(PATH_MAX, '\0');
+    const bool isFollowed = fstat(link, &status) == 0 && !isOthersLink(status)
+        && readlinkat(link, "", target.data(), PATH_MAX - 1) > 0;
+    close(link);
+    return isFollowed ? openat(directory.handle(), target.constData(), readingFlags) : -1;
+}
+
 void keepOwner(const Directory &directory, const std::optional<Status> &previous, int file)
 {
     const auto around = statusAt(directory.handle(), ".");
@@ -136,11 +156,26 @@ void keepOwner(const Directory &directory, const std::optional<Status> &previous
 
 } // namespace
 
-bool ReplacedFile::mayBeRead(const QString &path)
+bool ReplacedFile::openToRead(const QString &path, QFile &file)
 {
-    const auto link = statusAt(AT_FDCWD, QFile::encodeName(path));
-    const QFileInfo file(path);
-    return !(link && isOthersLink(*link)) && (!file.exists() || file.isFile());
+    const QFileInfo place(path);
+    const QByteArray name = QFile::encodeName(place.fileName());
+    const Directory directory = Directory::open(place.path());
+    if (name.isEmpty() || !directory.isOpen()) {
+        return false;
+    }
+    int handle = openat(directory.handle(), name.constData(), readingFlags | O_NOFOLLOW);
+    if (handle < 0 && errno == ELOOP) {
+        handle = openLinkedFile(directory, name);
+    }
+    Status status{};
+    if (handle >= 0 && fstat(handle, &status) == 0 && S_ISREG(status.st_mode)) {
+        return file.open(handle, QIODevice::ReadOnly, QFile::AutoCloseHandle);
+    }
+    if (handle >= 0) {
+        close(handle);
+    }
+    return false;
 }
 
 bool ReplacedFile::write(const QString &path, const QByteArray &content, mode_t mode)

@@ -5,15 +5,17 @@
 
 #include <sys/types.h>
 
+class QFile;
+
 // The files that the store reads and writes lie in directories that other users may change while
 // root works there: a link at a file's name is followed only if root or this user made it.
 namespace ReplacedFile {
 
 constexpr qint64 longest = qint64(16) * 1024 * 1024; // bytes; nothing of ours comes near it
 
-// False for what must not be opened: a pipe, a device, a directory, somebody else's link. A file
-// that is not there may be opened, and is then found missing.
-bool mayBeRead(const QString &path);
+// Opens a regular file and nothing else: no pipe, no device, no directory, not what somebody else's
+// link leads to. What is opened is what was looked at, whoever exchanges the file meanwhile.
+bool openToRead(const QString &path, QFile &file);
 
 // Replaces the file in one step, by way of a temporary file beside it, so that a full disk or a
 // kill leaves the old one whole. The mode is set before any content is there. Where the directory

@@ -3,8 +3,11 @@
 #include "settings/JsonFile.h"
 #include "settings/ReplacedFile.h"
 
+#include <atomic>
 #include <csignal>
+#include <thread>
 
+#include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -90,6 +93,23 @@ private slots:
         QVERIFY(JsonFile::read("file").has_value());
         QVERIFY(OtherUser::owns("file"));
         QVERIFY(!JsonFile::read("file").has_value());
+    }
+
+    // Opening a pipe that nobody writes into would take for ever.
+    void whatIsLookedAtIsWhatIsRead()
+    {
+        QVERIFY(put("file", "{}") && mkfifo("pipe", 0600) == 0);
+        std::atomic_bool isOver = false;
+        std::thread exchanger([&isOver] {
+            while (!isOver) {
+                renameat2(AT_FDCWD, "file", AT_FDCWD, "pipe", RENAME_EXCHANGE);
+            }
+        });
+        for (int i = 0; i < 2000; ++i) {
+            JsonFile::read("file");
+        }
+        isOver = true;
+        exchanger.join();
     }
 
     void filesOfKilledWritersAreSwept_data()
