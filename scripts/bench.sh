@@ -46,7 +46,7 @@ say "Measuring the start"
 quietly "$results/start.log" bench/startup/measure.py "$build/bench/startup-probe" \
     "$results/start.tsv" --rounds "$rounds"
 
-# table FORMAT: a line a row; the exit code tells whether every goal is met, give or take a tenth.
+# table FORMAT: a line a row; the exit code tells whether every goal is met, give or take its slack.
 table() {
     awk -F '\t' -v format="$1" '
         function verdict(slack) {
@@ -85,4 +85,4 @@ if [ "$write" = yes ]; then
     mv "$results/page.md" "$page"
     say "Written: $page"
 fi
-[ "$missed" -eq 0 ] || fail "A goal is missed by more than a tenth"
+[ "$missed" -eq 0 ] || fail "A goal is missed by more than its slack"

@@ -25,6 +25,12 @@ struct Example {
     QString printed;
 };
 
+struct Checked {
+    QString type;
+    QString line;
+    QString complaint;
+};
+
 // A fenced scene, directly followed by the fenced line that it prints, under a heading.
 std::vector<std::pair<QString, Example>> examplesOf(const QString &document)
 {
@@ -99,6 +105,40 @@ private slots:
         QTRY_VERIFY(!printedLines.isEmpty());
         QCOMPARE(printedLines.join('\n'), printed);
         QCOMPARE(server.complaints, QStringList());
+    }
+
+    void qmllintKnowsWhatTheTypesHave_data()
+    {
+        const Rows<Checked> row;
+        row("what there is", {"Operating", "onCopyDirectorySuccess: creatVornRunShell()", ""});
+        row("no such call",
+            {"KQHttpManager", "Component.onCompleted: it.getInitInform()",
+                "Property \"getInitInform\" not found on type \"KQHttpManager\""});
+        row("no such call of the settings",
+            {"Operating", "Component.onCompleted: DataManager.isHere()",
+                "Property \"isHere\" not found on type \"DataManager\""});
+        row("no such signal",
+            {"Operating", "onCopied: {}", "no matching signal found for handler \"onCopied\""});
+    }
+
+    void qmllintKnowsWhatTheTypesHave()
+    {
+        const auto [type, line, complaint] = Rows<Checked>::fetch();
+        QVERIFY(put("checked.qml",
+            QString("import QtQml 2.2\nimport VORN.DataManager 1.0\nimport VORN.%1 1.0\n"
+                    "%1 {\n    id: it\n    %2\n}\n")
+                .arg(type, line)
+                .toUtf8()));
+        QProcess qmllint;
+        qmllint.setProcessChannelMode(QProcess::MergedChannels);
+        qmllint.start("qmllint",
+            {"-U", "-I", VORN_TYPE_DESCRIPTIONS, "-I",
+                QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath), "checked.qml"});
+        QVERIFY(qmllint.waitForFinished());
+        const QString said = qmllint.readAll();
+        QVERIFY2(complaint.isEmpty() ? !said.contains("Warning") && !said.contains("not found")
+                                     : said.contains(complaint),
+            qPrintable(said));
     }
 };
 
