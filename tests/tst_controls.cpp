@@ -274,7 +274,6 @@ private slots:
         row("right again",
             {"inputError = true, errorText = 'no', inputError = false", true, "a",
                 "true,#58aa64,hello world"});
-        row("filled", {"text = 'x'", false, "b", "true,#666666,hello world"});
     }
 
     void lineEditShowsItsState()

@@ -80,24 +80,17 @@ private slots:
         const Rows<Look> row;
         row("a new directory", {"ROOT/apps/VornVPN", "", "ROOT/apps"});
         row("blanks around it", {"  ROOT/apps/VornVPN/ ", "", "ROOT/apps"});
-        row("an empty directory", {"ROOT/apps", "", "ROOT/apps"});
         row("nothing", {"", "", ""});
-        row("blanks", {"  ", "", ""});
-        row("a relative path", {"apps/VornVPN", "Leads to “ROOT/apps/VornVPN”.", "ROOT/apps"});
         row("a relative path that leads nowhere",
             {"home/u/VornVPN", "Leads to “ROOT/home/u/VornVPN”. “ROOT/home/u” does not exist.",
                 ""});
-        row("no parent", {"ROOT/none/deep/VornVPN", "“ROOT/none/deep” does not exist.", "ROOT"});
         row("a file in the way", {"ROOT/file", "“ROOT/file” is not a directory.", "ROOT"});
         row("below a file", {"ROOT/file/a/b", "“ROOT/file” is not a directory.", "ROOT"});
-        row("a link that leads nowhere",
-            {"ROOT/dangling", "“ROOT/dangling” is not a directory.", "ROOT"});
         row("links in a circle", {"ROOT/circle/VornVPN", "", "ROOT"});
         row("an earlier installation",
             {"ROOT/earlier", "The installation found there will be updated.", "ROOT/earlier"});
         row("the bundle itself", {"ROOT/bundle", "", "ROOT/bundle"});
         row("back out of what is not there", {"ROOT/none/../apps/new", "", "ROOT"});
-        row("a line break", {"ROOT/a\nb", "", "ROOT"});
         row("a relative path with control characters",
             {"a\n\x1b[31m\u202e", "Leads to “ROOT/a??[31m?”.", ""});
         row("a path that is too long", {"ROOT/" + QString(4000, 'x'), "", "ROOT"});

@@ -115,28 +115,18 @@ private slots:
         const Rows<TreeCopy> row;
         row("three nested directories",
             {{"s/a/b/f=1", "s/g=2"}, "t", Kept, Succeeds, 3, {"a/", "a/b/", "a/b/f=1", "g=2"}});
-        row("hidden entries stay behind",
-            {{"s/.f=1", "s/.d/f=1", "s/f=2"}, "t", Covered, Succeeds, 1, {"f=2"}});
+        row("hidden entries and pipes stay behind",
+            {{"s/.f=1", "s/.d/f=1", "s/f=2", "s/p|"}, "t", Covered, Succeeds, 1, {"f=2"}});
         row("links become copies",
             {{"s/d/f=1", "s/e->d", "s/g->d/f", "s/x->none"}, "t", Covered, Succeeds, 3,
                 {"d/", "d/f=1", "e/", "e/f=1", "g=1"}});
-        row("a pipe is no entry", {{"s/f=1", "s/p|"}, "t", Covered, Succeeds, 1, {"f=1"}});
-        row("an existing file is replaced",
-            {{"s/f=1", "t/f=old", "t/g=2"}, "t", Covered, Succeeds, 1, {"f=1", "g=2"}});
         row("an existing file stops the copy",
             {{"s/a=1", "s/b=2", "s/c=3", "t/b=old"}, "t", Kept, Fails, 0, {"a=1", "b=old"}});
-        row("a directory in its place", {{"s/f=1", "t/f/"}, "t", Covered, Fails, 0, {"f/"}});
         row("a dangling link in its place",
-            {{"s/f=1", "t/f->none"}, "t", Covered, Succeeds, 1, {"f=1"}});
-        row("a failure below",
-            {{"s/a/f=1", "s/b/f=2", "s/c=3", "t/b/f/"}, "t", Covered, Fails, 1,
-                {"a/", "a/f=1", "b/", "b/f/"}});
+            {{"s/f=1", "t/f->none", "t/g=2"}, "t", Covered, Succeeds, 1, {"f=1", "g=2"}});
         row("the parent is missing", {{"s/f=1"}, "none/t", Covered, Fails, 0, {}});
-        row("the parent is a file", {{"s/f=1"}, "s/f/t", Covered, Fails, 0, {}});
         row("the source itself",
             {{"s/f=1", "s/d/g=2"}, "s", Covered, Succeeds, 1, {"d/", "d/g=2", "f=1"}});
-        row("the source by another way", {{"s/f=1"}, "s/../s/", Covered, Succeeds, 1, {"f=1"}});
-        row("the source behind a link", {{"s/f=1", "t->s"}, "t", Covered, Succeeds, 1, {"f=1"}});
         row("the source behind a link and back",
             {{"s/d/f=1", "s/g=2", "x/into->../s/d"}, "x/into/..", Covered, Succeeds, 1,
                 {"d/", "d/f=1", "g=2"}});
@@ -147,9 +137,6 @@ private slots:
         row("a link to a parent directory",
             {{"s/d/f=1", "s/d/up->..", "s/top->.."}, "t", Covered, Succeeds, 3,
                 {"d/", "d/f=1", "top/"}});
-        row("links into each other",
-            {{"s/a/b->../b", "s/b/a->../a"}, "t", Covered, Succeeds, 5,
-                {"a/", "a/b/", "b/", "b/a/"}});
     }
 
     void copiesATree()
@@ -179,11 +166,6 @@ private slots:
                 "“b” could not be written to “ROOT/t”: something else has this name. "
                 "Not copied: 1 of 2 files.",
                 {"t/", "t/a=1", "t/b/"}});
-        row("a file has the name of the target",
-            {{"s/a=1", "t=old"}, "t", spoilNothing,
-                "“ROOT/t” could not be created: something else has this name. "
-                "Not copied: 1 of 1 files.",
-                {"t=old"}});
         row("there is no source",
             {{}, "t", spoilNothing,
                 "“ROOT/s” could not be read: no such directory. Not copied: 1 of 1 files.",
@@ -192,10 +174,6 @@ private slots:
             {{"s/d/f->../p", "s/p|"}, "t", spoilNothing,
                 "“ROOT/s/d/f” could not be read: not a regular file. Not copied: 1 of 1 files.",
                 {"t/", "t/d/"}});
-        row("an endless device",
-            {{"s/f->/dev/zero"}, "t", spoilNothing,
-                "“ROOT/s/f” could not be read: not a regular file. Not copied: 1 of 1 files.",
-                {"t/"}});
         row("a name that is no text",
             {{"s/a=1"}, "t", [] { QVERIFY(close(creat("s/\xff", 0600)) == 0); },
                 "“ROOT/s” could not be read: a name in it is no text. Not copied: 1 of 1 files.",
@@ -203,11 +181,6 @@ private slots:
         row("a link of somebody else below the target",
             {{"s/d/f=1", "t/d->../e", "way->e", "e/"}, "t", giveLinksAway,
                 "“ROOT/t/d” could not be created: a link of somebody else has this name. "
-                "Not copied: 1 of 1 files.",
-                {"e/", "t/", "t/d->e", "way->e"}});
-        row("a link of somebody else on the way",
-            {{"s/d/f=1", "t/d->../e", "way->e", "e/"}, "way/t", giveLinksAway,
-                "“ROOT/way/t” could not be created: a link of somebody else has this name. "
                 "Not copied: 1 of 1 files.",
                 {"e/", "t/", "t/d->e", "way->e"}});
     }
@@ -294,15 +267,10 @@ private slots:
 
     void copyOutlivesItsObject()
     {
-        for (int i = 0; i < 60; ++i)
-            plant(root, {QString("s/d%1/f=1").arg(i), QString("s/d%1/g=2").arg(i)});
+        plant(root, {"s/d/f=1", "s/e/f=1"});
         auto shortLived = std::make_unique<Operating>();
-        QEventLoop untilCopying;
-        connect(
-            shortLived.get(), &Operating::copyDirectorySuccess, &untilCopying, &QEventLoop::quit);
-        shortLived->copyDirectoryFilesThread(root + "/s", root + "/t", false);
-        shortLived->copyDirectoryFilesThread(root + "/s", root + "/u", false);
-        untilCopying.exec();
+        for (const char *target : {"/t", "/u"})
+            shortLived->copyDirectoryFilesThread(root + "/s", root + target, false);
         shortLived.reset();
         Operating::waitForCopies();
         QCOMPARE(tree(root + "/t"), tree(root + "/s"));
@@ -385,13 +353,9 @@ private slots:
         row("a file", {{"k=1"}, "k", Succeeds, {"k=1"}});
         row("with its emptied parents",
             {{"k=1", "p/q/r/f=1", "p/q/g=1"}, "p/q", Succeeds, {"k=1"}});
-        row("only subdirectories", {{"k=1", "p/q/r/", "p/q/s/"}, "p", Succeeds, {"k=1"}});
         row("a hidden entry stays", {{"p/.h=1", "p/f=1"}, "p", Fails, {"p/", "p/.h=1"}});
-        row("a link to a directory", {{"o/f=1", "p/l->../o"}, "p", Succeeds, {"o/", "o/f=1"}});
+        row("a link and a pipe", {{"o/f=1", "p/l->../o", "p/a|"}, "p", Succeeds, {"o/", "o/f=1"}});
         row("the path is a link", {{"o/f=1", "p->o"}, "p/", Succeeds, {"o/", "o/f=1"}});
-        row("a link whose target goes first",
-            {{"k=1", "p/a/f=1", "p/b->a/f"}, "p", Succeeds, {"k=1"}});
-        row("a pipe", {{"k=1", "p/a|"}, "p", Succeeds, {"k=1"}});
     }
 
     void removes()
@@ -406,15 +370,12 @@ private slots:
     void creates_data()
     {
         const Rows<Creation> row;
-        row("in the working directory", {{}, "f.txt", false, Succeeds, {"f.txt="}});
         row("in new directories", {{}, "a/b/f.txt", true, Succeeds, {"a/", "a/b/", "a/b/f.txt="}});
         row("no dot: only directories", {{}, "a/b", true, Succeeds, {"a/", "a/b/"}});
         row("a dot in the directory", {{}, "a.d/b", true, Succeeds, {"a.d/", "a.d/b="}});
         row("an old file is kept", {{"f.txt=old"}, "f.txt", false, Succeeds, {"f.txt=old"}});
         row("an old file is emptied", {{"f.txt=old"}, "f.txt", true, Succeeds, {"f.txt="}});
-        row("the directory is a file", {{"f=1"}, "f/g.txt", true, Fails, {"f=1"}});
         row("the file is a directory", {{"d.d/"}, "d.d", false, Fails, {"d.d/"}});
-        row("a directory cannot be overwritten", {{"d.d/"}, "d.d", true, Fails, {"d.d/"}});
     }
 
     void creates()
@@ -443,10 +404,8 @@ private slots:
         row("into an empty directory", {{}, false, 022, Succeeds});
         row("under an open umask", {{}, false, 0, Succeeds});
         row("under a closed umask", {{}, false, 077, Succeeds});
-        row("over earlier ones", {{"VornRun.sh=old", "UninstallRun.sh=old"}, false, 022, Succeeds});
-        row("over links", {{"VornRun.sh->e/f", "UninstallRun.sh->none"}, false, 022, Succeeds});
-        row("over his links", {{"VornRun.sh->e/f", "UninstallRun.sh->none"}, true, 022, Succeeds});
-        row("over pipes", {{"VornRun.sh|", "UninstallRun.sh|"}, false, 022, Succeeds});
+        row("over his link and his pipe",
+            {{"VornRun.sh->e/f", "UninstallRun.sh|"}, true, 022, Succeeds});
         row("over his files", {{"VornRun.sh=his", "UninstallRun.sh=his"}, true, 022, Succeeds});
         row("not over directories", {{"VornRun.sh/", "UninstallRun.sh/"}, false, 022, Fails});
     }

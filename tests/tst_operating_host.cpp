@@ -164,9 +164,7 @@ private slots:
     {
         const Rows<QString> row;
         row("a path", "/opt/VornVPN");
-        row("a path of Windows", "C:\\Program Files\\VornVPN\\");
-        row("a quote", "a\"; touch planted; \"b");
-        row("a command", "$(touch planted)`touch planted`$HOME");
+        row("a quote", "a\"; touch planted; \"b$(touch planted)`touch planted`$HOME");
         row("a backslash before a quote", "a\\\"; touch planted; \"");
         row("backslashes", "a\\\\b\\$HOME\\\n");
     }
@@ -184,13 +182,9 @@ private slots:
     {
         const Rows<QString> row;
         row("nothing", "");
-        row("any character", ".");
-        row("an option", "-v");
         row("two words", "VORN planted");
         row("a command", "VORN; touch planted");
-        row("a command in the name", "$(touch planted)");
         row("a line of its own", "VORN\ntouch planted");
-        row("every file", "*");
     }
 
     void namesThatAreNoneRunNothing()

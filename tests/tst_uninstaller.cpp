@@ -4,7 +4,6 @@
 
 #include <functional>
 
-#include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
@@ -34,16 +33,6 @@ struct Stranger {
 struct Entry {
     QString directory; // that it names; %1 is the machine's top
     bool goes;
-};
-
-struct Mount {
-    const char *type;
-    unsigned long flags;
-};
-
-struct Unwritable {
-    QString directory;
-    QString failing; // what therefore cannot be removed
 };
 
 using Spoil = std::function<bool(const QString &manifest)>;
@@ -84,14 +73,10 @@ private slots:
     {
         const Rows<Stranger> row;
         row("a letter", {"letter.odt", "", 0});
-        row("a hidden file", {".notes", "", 0});
-        row("a log that may be anybody's", {"log.txt", "", 0});
         row("a copy of the settings", {"VornData.json.old", "", 0});
-        row("a file beside the modules", {"qml/Q/my/own.qml", "", 0});
         row("a link to a directory", {"shelf -> other", "", 0});
         row("a link in a file's place", {"gone -> other/neighbour", "", 0});
         row("a directory in a file's place", {"gone/mine", "", 0});
-        row("a line that climbs", {"mine", "../../other/neighbour", EINVAL});
         row("a line that climbs later", {"mine", "lib/../../../other/neighbour", EINVAL});
         row("an absolute line", {"mine", "%1other/neighbour", EINVAL});
         row("a line with a dot", {"mine", "./VornData", EINVAL});
@@ -99,7 +84,6 @@ private slots:
         row("a line that is a directory", {"mine", "deep/", EINVAL});
         row("a line with a zero byte", {"mine", QByteArray("nobody\0x", 8), EINVAL});
         row("a line longer than paths are", {"mine", QByteArray(5000, 'x'), EINVAL});
-        row("a line through a link", {"mine", "outside/neighbour", ENOTDIR});
         row("a line through a deeper link", {"mine", "deep/outside/neighbour", ENOTDIR});
     }
 
@@ -131,7 +115,6 @@ private slots:
         row("a winding path", {"%1/opt/../opt/VornVPN/", true});
         row("a path through a link", {"%1link/VornVPN", true});
         row("a path without its first slash", {"opt/VornVPN", true});
-        row("another directory", {"%1other", false});
         row("a longer name", {"%1opt/VornVPN2", false});
         row("the end of the name", {"N", false});
         row("a directory that is not there", {"%1nowhere/VornVPN", false});
@@ -182,7 +165,6 @@ private slots:
         QStringList files;
         for (int i = 100; i < 180; ++i)
             files << QStringLiteral("data/part%1").arg(i);
-        int partly = 0;
         for (int stop = 10; stop < 100; stop += stop < 80 ? 10 : 1) {
             const Machine machine;
             QVERIFY(machine.install(files.join('\n').toUtf8(), files));
@@ -199,7 +181,6 @@ private slots:
             QList<bool> isThere;
             for (const QString &name : inOrder)
                 isThere << machine.has("opt/VornVPN/" + name);
-            partly += isThere.contains(true) && isThere.contains(false) ? 1 : 0;
             QVERIFY2(std::is_sorted(isThere.cbegin(), isThere.cend()),
                 qPrintable(QString::number(stop)));
             const bool isUninstallerWhole = machine.has("opt/VornVPN/UninstallRun.sh");
@@ -209,39 +190,11 @@ private slots:
             QCOMPARE(report.kept + namesOf(report.failed), QStringList());
             QVERIFY(!machine.has("opt/VornVPN"));
         }
-        QVERIFY(partly > 8);
     }
 
-    void swappedParentLeadsNowhereElse()
-    {
-        const Machine machine;
-        QVERIFY(machine.install({},
-            {"../../decoy/VornVPN/VORN", "../../decoy/VornVPN/lib/libA.so.1",
-                "../../decoy/VornVPN/manifest.txt"}));
-        bool isSwapped = false;
-        const RemovalReport report = machine.remove([&](int) {
-            if (!isSwapped)
-                isSwapped = QDir(machine.top).rename("opt", "moved")
-                    && QFile::link(machine.top + "decoy", machine.top + "opt");
-        });
-        QVERIFY(isSwapped && machine.has("decoy/VornVPN/VORN"));
-        QVERIFY(machine.has("decoy/VornVPN/lib/libA.so.1")
-            && machine.has("decoy/VornVPN/manifest.txt"));
-        QCOMPARE(report.kept + namesOf(report.failed), QStringList());
-        QVERIFY(!machine.has("moved/VornVPN"));
-    }
-
-    void otherFileSystemIsNotEntered_data()
-    {
-        const Rows<Mount> row;
-        row("another one", {"tmpfs", 0});
-        row("the same one, mounted again", {nullptr, MS_BIND});
-    }
-
-    // In a mount name space of the child's own.
+    // The same one, mounted again, in a mount name space of the child's own.
     void otherFileSystemIsNotEntered()
     {
-        const auto mounted = Rows<Mount>::fetch();
         const Machine machine;
         QVERIFY(machine.install("disk/named\n", {"disk/", "../../other/named"}));
         const QByteArray disk = QFile::encodeName(machine.directory + "disk");
@@ -249,8 +202,7 @@ private slots:
         const int status = inChild([&] {
             if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0
                 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
-                || mount(other.constData(), disk.constData(), mounted.type, mounted.flags, nullptr)
-                    != 0)
+                || mount(other.constData(), disk.constData(), nullptr, MS_BIND, nullptr) != 0)
                 return skipped;
             put(machine.directory + "disk/named", "of others");
             const RemovalReport report = machine.remove();
@@ -279,7 +231,6 @@ private slots:
         row("a byte more than the longest", [](const QString &manifest) {
             return QFile::resize(manifest, InstalledFiles::largestManifest + 1);
         });
-        row("3 GiB", [](const QString &manifest) { return QFile::resize(manifest, 3LL << 30); });
     }
 
     void withoutManifestOnlyLaunchersAndEntriesGo()
@@ -298,22 +249,6 @@ private slots:
         QCOMPARE(report.kept, QStringList());
         QVERIFY(!machine.has("menu/Vorn.desktop") && !machine.has("opt/VornVPN/VornRun.sh")
             && machine.has("opt/VornVPN/VORN"));
-    }
-
-    void deepTreeIsNamedAndLeft()
-    {
-        const Machine machine;
-        QVERIFY(machine.install("deep/d\n"));
-        const int here = open(".", O_RDONLY | O_DIRECTORY);
-        QVERIFY(here >= 0 && chdir(qPrintable(machine.directory)) == 0);
-        for (int i = 0; i < 1000; ++i)
-            QVERIFY(mkdir("d", 0755) == 0 && chdir("d") == 0);
-        QVERIFY(fchdir(here) == 0 && close(here) == 0);
-        const RemovalReport report = machine.remove();
-        QCOMPARE(namesOf(report.failed), QStringList());
-        QCOMPARE(report.kept, QStringList(QStringLiteral("d/").repeated(257)));
-        QVERIFY(!machine.has("opt/VornVPN/VORN") && machine.has("opt/VornVPN/d/d"));
-        QCOMPARE(QProcess::execute("rm", {"-rf", machine.directory}), 0);
     }
 
     void removesWhereNoThreadIsToBeHad()
@@ -335,29 +270,21 @@ private slots:
         QCOMPARE(status, 0);
     }
 
-    void whatCannotGoIsTold_data()
-    {
-        const Rows<Unwritable> row;
-        row("a file", {"lib", "lib/libA.so.1"});
-        row("an empty directory", {"qml", "qml/Q/"});
-    }
-
     // Modes stop no removal by root.
     void whatCannotGoIsTold()
     {
-        const auto [directory, failing] = Rows<Unwritable>::fetch();
         if (geteuid() == 0 && seteuid(65534) != 0)
             QSKIP("there is nobody else");
         const Machine machine;
         const bool isInstalled = machine.install();
-        const QString closed = machine.directory + directory;
+        const QString closed = machine.directory + "qml";
         QFile::setPermissions(closed, QFile::ReadOwner | QFile::ExeOwner);
         const RemovalReport report = machine.remove();
         QFile::setPermissions(closed, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(seteuid(getuid()) == 0 && isInstalled);
-        QCOMPARE(namesOf(report.failed) + report.kept, QStringList(failing));
+        QCOMPARE(namesOf(report.failed) + report.kept, QStringList("qml/Q/"));
         QCOMPARE(report.failed.first().error, EACCES);
-        QVERIFY(machine.has("opt/VornVPN/" + failing) && !machine.has("opt/VornVPN/VORN"));
+        QVERIFY(machine.has("opt/VornVPN/qml/Q") && !machine.has("opt/VornVPN/VORN"));
     }
 };
 
