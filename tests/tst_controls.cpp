@@ -138,20 +138,6 @@ private slots:
         }
     }
 
-    void ringIsForTheKeyboard()
-    {
-        load("PXNorButton {}");
-        const QString ring = "focusedByKeyboard";
-        click({20, 20});
-        QCOMPARE(value(ring), "false");
-        press(Qt::Key_Space);
-        QCOMPARE(value(ring), "true");
-        click({20, 20});
-        value("other.forceActiveFocus()");
-        value("forceActiveFocus()");
-        QCOMPARE(value(ring), "true");
-    }
-
     void buttonPlacesIconAndLabel_data()
     {
         const Rows<Layout> row;

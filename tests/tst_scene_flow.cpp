@@ -187,24 +187,17 @@ private slots:
     {
         open();
         script("startInstallation()");
-        QStringList seen;
-        while (!scene->isShown("finishPage")) {
-            tick();
-            QQuickItem *page = scene->item("installingPage");
-            page->setVisible(true);
-            const QStringList shown{scene->get("percentText", "text").toString(),
-                SceneDriver::shownTexts(page).constFirst()->property("text").toString()};
-            seen << shown.join(' ');
-            page->setVisible(false);
-        }
-        QStringList expected;
         for (int value = 0; value <= 100; ++value) {
+            tick();
+            QCOMPARE(scene->isShown("finishPage"), value == 100);
+            QQuickItem *page = scene->item("installingPage");
+            page->setVisible(true); // behind the finish page it is hidden
             const char *headline = value < 35 ? "One-click acceleration"
                 : value < 70                  ? "Smart cloud acceleration"
                                               : "Multi-platform, fully compatible";
-            expected << QString("%1% %2").arg(value).arg(headline);
+            QCOMPARE(scene->get("percentText", "text"), QString("%1%").arg(value));
+            QCOMPARE(SceneDriver::shownTexts(page).constFirst()->property("text"), headline);
         }
-        QCOMPARE(seen, expected);
     }
 
     void tellsHowTheCopyEnded_data()
@@ -306,8 +299,8 @@ private slots:
     void aPressElsewhereTakesTheFocus_data()
     {
         const Rows<QString> row;
-        for (const char *name : {"agreementButton", "customPathButton", "quickInstallButton",
-                 "acceptCheckBox", "pathField", "miniButton", "initialPage"})
+        for (const char *name :
+            {"agreementButton", "quickInstallButton", "acceptCheckBox", "pathField", "initialPage"})
             row(name, name);
     }
 

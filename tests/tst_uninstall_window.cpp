@@ -1,4 +1,5 @@
 #include "Machine.h"
+#include "SceneDriver.h"
 #include "app/StartUp.h"
 #include "settings/DataManager.h"
 #include "uninstaller/UninstallWindow.h"
@@ -16,40 +17,26 @@ struct Shown {
     const Machine &machine;
     Uninstaller uninstaller{Removal(machine.directory, machine.entries)};
     UninstallWindow window{uninstaller};
+    SceneDriver scene{&window};
 
     bool open() { return window.open() && QTest::qWaitForWindowExposed(&window); }
-    QQuickItem *item(const char *name) const
-    {
-        return window.rootObject()->findChild<QQuickItem *>(name);
-    }
+    QQuickItem *item(const char *name) const { return scene.item(name); }
     QString page() const { return window.rootObject()->property("page").toString(); }
     bool reachesResult() const
     {
         return QTest::qWaitFor([this] { return page() == "result"; }, 60000); // ms
     }
-    void click(const char *name)
-    {
-        const QQuickItem *button = item(name);
-        const QPointF middle(button->width() / 2, button->height() / 2);
-        QTest::mouseClick(&window, Qt::LeftButton, {}, button->mapToScene(middle).toPoint());
-    }
     // What the rows of the list say that are drawn now.
     QStringList rows() const
     {
-        QStringList texts;
-        const QQuickItem *list = item("names");
-        const auto *content = list->property("contentItem").value<QQuickItem *>();
-        QVector<QPair<qreal, QString>> rows;
-        for (const QQuickItem *row : content->childItems()) {
-            const qreal top = row->mapToItem(list, {}).y();
-            const QString text = row->property("text").toString();
-            if (!text.isEmpty() && top + row->height() > 0 && top < list->height())
-                rows << qMakePair(top, text);
+        const QRectF shown = SceneDriver::placeOf(item("names"));
+        QMap<qreal, QString> texts; // by their places
+        for (const QQuickItem *text : SceneDriver::shownTexts(item("names"))) {
+            const QRectF place = SceneDriver::placeOf(text);
+            if (place.bottom() > shown.top() && place.top() < shown.bottom())
+                texts[place.top()] = text->property("text").toString();
         }
-        std::sort(rows.begin(), rows.end());
-        for (const auto &row : qAsConst(rows))
-            texts << row.second;
-        return texts;
+        return texts.values();
     }
 };
 
@@ -83,11 +70,11 @@ private slots:
         QCOMPARE(shown.page(), QString("question"));
         QVERIFY(machine.has("opt/VornVPN/VORN"));
 
-        shown.click("uninstallButton");
+        shown.scene.click("uninstallButton");
         QCOMPARE(shown.page(), QString("removing"));
         QSignalSpy quits(shown.window.engine(), &QQmlEngine::quit);
-        shown.click("closeButton");
-        QTest::keyClick(&shown.window, Qt::Key_Escape);
+        shown.scene.click("closeButton");
+        shown.scene.key(Qt::Key_Escape);
         auto *bar = QAccessible::queryAccessibleInterface(shown.item("progressBar"));
         QVERIFY(bar);
         QTRY_COMPARE(bar->text(QAccessible::Description), QString("100%"));
@@ -96,9 +83,9 @@ private slots:
         QCOMPARE(shown.item("resultText")->property("text").toString(),
             QString("VornVPN has been removed"));
         QCOMPARE(shown.rows(), QStringList());
-        QTest::keyClick(&shown.window, Qt::Key_Escape);
+        shown.scene.key(Qt::Key_Escape);
         QCOMPARE(quits.size(), 1);
-        shown.click("doneButton");
+        shown.scene.click("doneButton");
         QCOMPARE(quits.size(), 2);
     }
 
@@ -111,7 +98,7 @@ private slots:
         QVERIFY(machine.install("../../other/neighbour\n", files));
         Shown shown{machine};
         QVERIFY(shown.open());
-        shown.click("uninstallButton");
+        shown.scene.click("uninstallButton");
         QVERIFY(shown.reachesResult());
         QCOMPARE(shown.item("resultText")->property("text").toString(),
             QString("VornVPN could not be removed completely"));
@@ -123,11 +110,11 @@ private slots:
         QVERIFY(!shown.rows().contains(files.last()) && shown.item("scrollMark")->isVisible());
 
         shown.item("names")->forceActiveFocus();
-        QTest::keyClick(&shown.window, Qt::Key_PageDown);
+        shown.scene.key(Qt::Key_PageDown);
         QTRY_VERIFY(!shown.rows().contains(head.first()));
-        QTest::keyClick(&shown.window, Qt::Key_End);
+        shown.scene.key(Qt::Key_End);
         QTRY_VERIFY(shown.rows().contains(files.last()));
-        QTest::keyClick(&shown.window, Qt::Key_Home);
+        shown.scene.key(Qt::Key_Home);
         QTRY_VERIFY(shown.rows().contains(head.first()));
     }
 
@@ -141,7 +128,7 @@ private slots:
         QFile::setPermissions(library, QFile::ReadOwner | QFile::ExeOwner);
         Shown shown{machine};
         const bool isOpen = shown.open();
-        shown.click("uninstallButton");
+        shown.scene.click("uninstallButton");
         const bool isDone = shown.reachesResult();
         QFile::setPermissions(library, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(seteuid(getuid()) == 0 && isInstalled && isOpen && isDone);
