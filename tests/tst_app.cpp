@@ -14,6 +14,7 @@
 #include <QQmlEngine>
 #include <QQmlNetworkAccessManagerFactory>
 #include <QQuickItem>
+#include <QScreen>
 
 #include <thread>
 
@@ -110,6 +111,15 @@ private slots:
         QVERIFY(window.isVisible());
         QMetaObject::invokeMethod(window.rootObject(), "closeWindows", Qt::QueuedConnection);
         QCOMPARE(QCoreApplication::exec(), 0);
+    }
+
+    void windowStandsInTheMiddleOfTheScreen()
+    {
+        QWindow window;
+        window.resize(640, 520);
+        centreOnPrimaryScreen(window);
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        QCOMPARE(window.geometry().center(), screen.center());
     }
 
     void clicksReachOnlyWhatIsDrawn()

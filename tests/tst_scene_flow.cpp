@@ -1,3 +1,4 @@
+#include "ClosedWindows.h"
 #include "SceneDriver.h"
 #include "Support.h"
 #include "app/StartUp.h"
@@ -108,6 +109,12 @@ private slots:
             qmlRegisterType(standIn(name), qPrintable(QString("VORN.") + name), 1, 0, name);
         qmlRegisterSingletonType(standIn("DataManager"), "VORN.DataManager", 1, 0, "DataManager");
         QAccessible::setActive(true);
+    }
+
+    void cleanupTestCase()
+    {
+        view.reset();
+        QVERIFY(freeClosedWindows());
     }
 
     void asksTheServerAtTheStart()

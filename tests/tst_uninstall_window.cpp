@@ -1,3 +1,4 @@
+#include "ClosedWindows.h"
 #include "Machine.h"
 #include "SceneDriver.h"
 #include "app/StartUp.h"
@@ -60,6 +61,8 @@ private slots:
         registerQmlTypes();
         DataManager::getInstance()->changeLanguage(0);
     }
+
+    void cleanupTestCase() { QVERIFY(freeClosedWindows()); }
 
     void asksRemovesAndTellsThatAllIsGone()
     {
