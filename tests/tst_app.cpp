@@ -43,6 +43,7 @@ private slots:
         QVERIFY(QDir::setCurrent(m_directory.path()));
         useSoftwareSceneGraph();
         setUpFonts();
+        QCOMPARE(QApplication::font().family(), QString("Microsoft YaHei UI"));
         Deployment::current() = Deployment();
         registerQmlTypes();
     }
