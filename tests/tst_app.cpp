@@ -43,7 +43,6 @@ private slots:
         QVERIFY(QDir::setCurrent(m_directory.path()));
         useSoftwareSceneGraph();
         setUpFonts();
-        QCOMPARE(QApplication::font().family(), QString("Microsoft YaHei UI"));
         Deployment::current() = Deployment();
         registerQmlTypes();
     }
@@ -112,6 +111,7 @@ private slots:
         QVERIFY(window.isVisible());
         QMetaObject::invokeMethod(window.rootObject(), "closeWindows", Qt::QueuedConnection);
         QCOMPARE(QCoreApplication::exec(), 0);
+        QVERIFY(!window.isVisible());
     }
 
     void windowStandsInTheMiddleOfTheScreen()

@@ -23,6 +23,7 @@ struct Run {
     int languageBeforeTheScene = -1;
     bool isSaved = false;
     bool isUsed = false;
+    QString font;
 };
 
 Run *run = nullptr;
@@ -49,6 +50,7 @@ void useTheWindow()
     if (!view || std::exchange(run->isUsed, true)) {
         return;
     }
+    run->font = QApplication::font().family();
     DataManager::getInstance()->setInstallPath(run->target);
     view->rootObject()->findChild<Operating *>()->copyDirectoryFilesThread(
         run->bundle, run->target, true);
@@ -94,6 +96,7 @@ private slots:
 
         QVERIFY(current.isSaved && current.isUsed);
         QCOMPARE(current.languageBeforeTheScene, 4);
+        QCOMPARE(current.font, QString("Microsoft YaHei UI"));
         Operating::waitForCopies();
         QCOMPARE(QFileInfo(current.target + "/A").size(), qint64(1) << 28);
         const QString inUse = DataManager::getInstance()->getSoftUseLanguage();
