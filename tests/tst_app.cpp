@@ -94,6 +94,16 @@ private slots:
         QVERIFY2(expected.match(content).hasMatch(), qPrintable(content));
     }
 
+    void handlersSurviveAFileThatCannotBeOpened()
+    {
+        QFile::remove("log.txt");
+        QVERIFY(QDir().mkdir("log.txt")); // a directory of that name
+        qInstallMessageHandler(outputMessage);
+        qWarning("lost, and no dead lock");
+        qInstallMessageHandler(nullptr);
+        QVERIFY(QDir().rmdir("log.txt"));
+    }
+
     void windowDoesWhatTheSceneAsksFor()
     {
         PXMainWindows window;
@@ -104,6 +114,8 @@ private slots:
         QCOMPARE(window.minimumSize(), window.size());
         QCOMPARE(window.maximumSize(), window.size());
         QCOMPARE(window.title(), QString("VornVPN"));
+        QVERIFY(windowIcon().availableSizes().contains({32, 32}));
+        QVERIFY(!windowIcon().availableSizes().contains({256, 256}));
 
         QVERIFY(QMetaObject::invokeMethod(window.rootObject(), "hideWindows"));
         QVERIFY(!window.isVisible());
