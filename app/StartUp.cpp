@@ -39,7 +39,9 @@ void preferX11()
 
 void scaleOnDenseScreens()
 {
-    QGuiApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    const bool isScaledByUser = qgetenv("QT_SCALE_FACTOR").toDouble() > 1;
+    QGuiApplication::setAttribute(Qt::AA_EnableHighDpiScaling, !isScaledByUser);
+    QGuiApplication::setAttribute(Qt::AA_DisableHighDpiScaling, isScaledByUser);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::RoundPreferFloor);
 }
@@ -90,8 +92,11 @@ void registerQmlTypes()
 
 void fixSize(QWindow &window)
 {
-    window.setMinimumSize(window.size());
-    window.setMaximumSize(window.size());
+    const QSize size = window.size();
+    window.setMinimumSize(size);
+    window.setMaximumSize(size);
+    window.create();
+    window.resize(size); // the platform without screens takes the first size for physical pixels
 }
 
 void equipFramelessWindow(QQuickView &window)

@@ -11,7 +11,9 @@ class QWindow;
 void preferX11();
 
 // Before the application object: from a factor of 1.75 on (168 dots per inch) everything is drawn
-// in twice its size. Below, only the texts follow the dots per inch, as the scene arranges it.
+// in twice its size. Below, only the texts follow the dots per inch, as the scene arranges it. A
+// user's QT_SCALE_FACTOR above 1 is the whole factor, as in programs that leave scaling to it: Qt
+// would multiply both.
 void scaleOnDenseScreens();
 
 // Before the first window: the software scene graph needs no OpenGL driver, starts faster than any

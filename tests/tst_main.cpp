@@ -24,6 +24,7 @@ struct Run {
     bool isSaved = false;
     bool isUsed = false;
     QString font;
+    QSize pixels;
 };
 
 Run *run = nullptr;
@@ -51,6 +52,7 @@ void useTheWindow()
         return;
     }
     run->font = QApplication::font().family();
+    run->pixels = view->size() * view->devicePixelRatio();
     DataManager::getInstance()->setInstallPath(run->target);
     view->rootObject()->findChild<Operating *>()->copyDirectoryFilesThread(
         run->bundle, run->target, true);
@@ -97,6 +99,8 @@ private slots:
         QVERIFY(current.isSaved && current.isUsed);
         QCOMPARE(current.languageBeforeTheScene, 4);
         QCOMPARE(current.font, QString("Microsoft YaHei UI"));
+        const bool isDense = qEnvironmentVariableIsSet("QT_FONT_DPI");
+        QCOMPARE(current.pixels, isDense ? QSize(1280, 1040) : QSize(640, 520));
         Operating::waitForCopies();
         QCOMPARE(QFileInfo(current.target + "/A").size(), qint64(1) << 28);
         const QString inUse = DataManager::getInstance()->getSoftUseLanguage();
