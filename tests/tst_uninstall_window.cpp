@@ -72,6 +72,11 @@ private slots:
         QVERIFY(shown.open());
         QCOMPARE(shown.page(), QString("question"));
         QVERIFY(machine.has("opt/VornVPN/VORN"));
+        const QPoint before = shown.window.position();
+        shown.scene.press({300, 20});
+        QTest::mouseMove(&shown.window, QPoint(310, 15));
+        QCOMPARE(shown.window.position() - before, QPoint(10, -5));
+        QTest::mouseRelease(&shown.window, Qt::LeftButton, {}, QPoint(300, 20));
 
         shown.scene.click("uninstallButton");
         QCOMPARE(shown.page(), QString("removing"));
