@@ -176,6 +176,9 @@ PathOutlook PathOutlook::of(const QString &path, const QString &bundle)
         target.chop(1);
     }
     lookAt(&outlook, target, bundle);
+    if (isRelative && outlook.subject.startsWith(here + QLatin1Char('/'))) {
+        outlook.subject.remove(0, here.size() + 1);
+    }
     QString nearest = target;
     while (nearest.size() > 1 && kindOf(nearest) != Kind::Directory) {
         nearest = parentOf(nearest);

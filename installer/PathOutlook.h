@@ -20,7 +20,7 @@ struct PathOutlook {
     QString hint() const;
 
     Finding finding = Nothing;
-    QString subject; // what is no directory, or is missing
+    QString subject; // what is no directory, or is missing: relative where the path was
     QString leadsTo; // where a relative path leads; empty for others
     qint64 neededBytes = 0; // in addition to what an earlier installation takes
     qint64 freeBytes = 0;

@@ -136,14 +136,14 @@ agreeing_pkexec() {
 # shellcheck disable=SC2034 # other scripts read it
 declare -A position=(
     [language box]="575 63" [agreement check box]="37 387" [custom path]="560 387"
-    [path field]="200 447" [quick install]="320 320" [try it now]="320 324" [nowhere]="320 110"
+    [path field]="200 447" [browse]="572 447" [quick install]="320 320" [try it now]="320 324" [nowhere]="320 110"
     [start up check box]="37 493" [shortcut check box]="300 493" [close]="611 28"
     [uninstall]="414 336" [done]="320 324")
 
-# start_display FOLDER SIZE: a virtual display; sets display_pid and DISPLAY. Its log is in FOLDER.
+# start_display FOLDER SIZE [DPI]: a virtual display; sets display_pid and DISPLAY. Its log is in FOLDER.
 start_display() {
     # Without -noreset it refuses whoever comes in the moment after its last client has gone.
-    Xvfb -displayfd 3 -screen 0 "$2x24" -dpi 96 -nolisten tcp -noreset \
+    Xvfb -displayfd 3 -screen 0 "$2x24" -dpi "${3-96}" -nolisten tcp -noreset \
         3>"$1/display" 2>"$1/xvfb.log" &
     # shellcheck disable=SC2034 # the caller stops it
     display_pid=$!

@@ -82,8 +82,7 @@ private slots:
         row("blanks around it", {"  ROOT/apps/VornVPN/ ", "", "ROOT/apps"});
         row("nothing", {"", "", ""});
         row("a relative path that leads nowhere",
-            {"home/u/VornVPN", "Leads to “ROOT/home/u/VornVPN”. “ROOT/home/u” does not exist.",
-                ""});
+            {"home/u/VornVPN", "Leads to “ROOT/home/u/VornVPN”. “home/u” does not exist.", ""});
         row("a file in the way", {"ROOT/file", "“ROOT/file” is not a directory.", "ROOT"});
         row("below a file", {"ROOT/file/a/b", "“ROOT/file” is not a directory.", "ROOT"});
         row("links in a circle", {"ROOT/circle/VornVPN", "", "ROOT"});
