@@ -138,6 +138,20 @@ private slots:
         }
     }
 
+    void ringIsForTheKeyboard()
+    {
+        load("PXNorButton {}");
+        const QString ring = "focusedByKeyboard";
+        click({20, 20});
+        QCOMPARE(value(ring), "false");
+        press(Qt::Key_Space);
+        QCOMPARE(value(ring), "true");
+        click({20, 20});
+        value("other.forceActiveFocus()");
+        value("forceActiveFocus()");
+        QCOMPARE(value(ring), "true");
+    }
+
     void buttonPlacesIconAndLabel_data()
     {
         const Rows<Layout> row;
@@ -196,7 +210,8 @@ private slots:
         QCOMPARE(value(state), "2,c,true");
         press(Qt::Key_Escape);
         QCOMPARE(value(state), "2,c,false");
-        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Home, Qt::Key_Down, Qt::Key_Return})
+        for (const Qt::Key key :
+            {Qt::Key_Space, Qt::Key_Home, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Return})
             press(key);
         QCOMPARE(value(state), "1,b,false");
         QCOMPARE(takeNotes(), "item b 1btrue");
@@ -234,6 +249,9 @@ private slots:
         }
         click({40, 150});
         QCOMPARE(value(checks), "true,false,true");
+        value("children[1].forceActiveFocus()");
+        press(Qt::Key_Space);
+        QCOMPARE(value(checks), "false,true,true");
     }
 
     void radioButtonTellsOfTheFirstClick()
