@@ -127,9 +127,10 @@ private slots:
         QVERIFY(machine.install({}, {"../../link -> opt"}));
         named.replace("%1", machine.top);
         QVERIFY(put(machine.entries.first(), Machine::entryFor(named)));
+        QVERIFY(put(machine.entries.last(), "[Desktop Entry]\nExec=/usr/bin/other\n"));
         QCOMPARE(namesOf(machine.remove().failed), QStringList());
         QCOMPARE(machine.has("menu/Vorn.desktop"), !goes);
-        QVERIFY(!machine.has("autostart/Vorn.desktop"));
+        QVERIFY(machine.has("autostart/Vorn.desktop"));
     }
 
     void earlierVersionsAndKilledWritersLeaveNothing()
