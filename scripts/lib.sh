@@ -142,6 +142,7 @@ declare -A position=(
 
 # start_display FOLDER SIZE [DPI]: a virtual display; sets display_pid and DISPLAY. Its log is in FOLDER.
 start_display() {
+    rm -f "$1/display" # of the display before
     # Without -noreset it refuses whoever comes in the moment after its last client has gone.
     Xvfb -displayfd 3 -screen 0 "$2x24" -dpi "${3-96}" -nolisten tcp -noreset \
         3>"$1/display" 2>"$1/xvfb.log" &
