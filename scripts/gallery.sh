@@ -13,6 +13,7 @@ bundle=$out/bundle
 installed=$out/installed
 nobody="http://127.0.0.1:1" # the pages need no server
 screen_width=1600 screen_height=1200
+all_languages=(en zh id ru de) # in the order of the language list
 declare -A locales=([en]=C.UTF-8 [zh]=zh_CN.UTF-8 [id]=id_ID.UTF-8 [ru]=ru_RU.UTF-8 [de]=de_DE.UTF-8)
 
 # begin PROGRAM HEIGHT: starts it in its folder and sets where its window stands.
@@ -41,6 +42,20 @@ click() {
     xdotool click 1
 }
 
+# The rows of the list are 25 pixels high. Not every language is taken from the locale.
+choose_language() {
+    local row
+    for row in "${!all_languages[@]}"; do
+        [ "${all_languages[row]}" = "$language" ] || continue
+        click "language box"
+        sleep 0.5
+        position[row]="575 $((95 + 25 * row))"
+        click row
+        point_at nowhere
+        sleep 0.5
+    done
+}
+
 # type_path PATH: into the path field.
 type_path() {
     click "path field"
@@ -51,13 +66,13 @@ type_path() {
 
 # picture NAME [whole]: the window, or the whole screen, when it has stood still for half a second.
 picture() {
-    local file=$out/$density/$language/$1.png before="" now="" same=0 tries=100
+    local file=$out/$density/$language/$1.png before="" now="" same=0 tries=60
     local part=(-crop "$((640 * factor))x$window_height+$window_x+$window_y" +repage)
     [ "${2-}" != whole ] || part=()
     mkdir -p "$(dirname "$file")"
     until [ "$same" -eq 5 ] || [ "$tries" -eq 0 ]; do
         tries=$((tries - 1))
-        timeout 10 import -silent -window root "${part[@]}" "$file"
+        timeout 3 import -silent -window root "${part[@]}" "$file" || continue
         now=$(convert "$file" rgba:- | md5sum)
         if [ "$now" = "$before" ]; then same=$((same + 1)); else same=0; fi
         before=$now
@@ -72,6 +87,8 @@ end() {
 
 installer_pages() {
     begin VornInstall 520
+    picture initial
+    choose_language
     picture initial
     click "language box"
     picture language-list
@@ -95,7 +112,7 @@ installer_pages() {
     click "quick install"
     point_at nowhere
     sleep 2
-    timeout 10 import -silent -window root \
+    import -silent -window root \
         -crop "$((640 * factor))x$window_height+$window_x+$window_y" +repage \
         "$out/$density/$language/installing.png"
     sleep 4
@@ -121,7 +138,7 @@ uninstaller_pages() {
 }
 
 density=96 language=en program_pid="" display_pid=""
-densities=(96 144 192) languages=(en zh id ru de)
+densities=(96 144 192) languages=("${all_languages[@]}")
 case $# in
     0) ;;
     2) densities=("$1") languages=("$2") ;;
