@@ -105,6 +105,7 @@ installer_pages() {
     picture panel-refused
     type_path "$out/small/VornVPN"
     picture panel-small
+    sleep 1
     click browse
     wait_until 10 dialog_is_open || true
     picture folder-dialog whole
