@@ -254,6 +254,10 @@ Rectangle {
         operating: operatingId
         path: mainWindow.installPath
         wanted: mainWindow.panelOpen
+        onFolderChanged: {
+            if (pathDialog.item && String(folder) !== "")
+                pathDialog.item.proposeLate(folder);
+        }
     }
 
     Timer {

@@ -237,11 +237,8 @@ private slots:
         scene->click("customPathButton");
         scene->item("pathField")->forceActiveFocus();
         scene->type(directory->filePath("not there yet"));
-        QSignalSpy looked(
-            window->rootObject()->findChild<Operating *>(), &Operating::installPathLookedAt);
         const QString typed = scene->get("pathField", "text").toString();
-        QTRY_VERIFY(!looked.isEmpty() && looked.constLast().constFirst() == typed);
-        scene->click("browseButton");
+        scene->click("browseButton"); // before anybody has looked at the path
         QFileDialog *dialog = nullptr;
         for (QWidget *widget : QApplication::topLevelWidgets())
             dialog = dialog ? dialog : qobject_cast<QFileDialog *>(widget);

@@ -5,10 +5,23 @@ import VORN.DataManager 1.0
 FileDialog {
     signal pathChosen(string path)
 
+    property url proposed
+
     // Opening brings a dialog into the working directory, so the folder is set afterwards.
     function openAt(place) {
         open();
-        folder = String(place) === "" ? shortcuts.home : place;
+        propose(place);
+    }
+
+    // For what becomes known late: nobody who has already gone elsewhere is brought back.
+    function proposeLate(place) {
+        if (visible && String(folder) === String(proposed))
+            propose(place);
+    }
+
+    function propose(place) {
+        proposed = String(place) === "" ? shortcuts.home : place;
+        folder = proposed;
     }
 
     selectFolder: true

@@ -9,7 +9,7 @@ Item {
     property string path
     property bool wanted: false
     property string hint
-    property url folder // the nearest one that exists
+    property url folder // the nearest one that exists, once it is known
 
     function look() {
         if (wanted)
@@ -19,6 +19,7 @@ Item {
     onWantedChanged: look()
     onPathChanged: {
         hint = "";
+        folder = "";
         pause.restart();
     }
 
