@@ -85,7 +85,7 @@ private slots:
         Manager manager;
         const Spies spies = spiesOn(&manager);
         manager.getInitInfo();
-        QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(manager.findChildren<QNetworkReply *>().isEmpty(), 60000);
         QCOMPARE(written(spies), heard);
         QCOMPARE(server->complaints, QStringList());
         QVERIFY2(server->bytesSent < 64 * mebibyte, QByteArray::number(server->bytesSent));

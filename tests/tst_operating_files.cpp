@@ -117,6 +117,8 @@ private slots:
             {{"s/a/b/f=1", "s/g=2"}, "t", Kept, Succeeds, 3, {"a/", "a/b/", "a/b/f=1", "g=2"}});
         row("hidden entries and pipes stay behind",
             {{"s/.f=1", "s/.d/f=1", "s/f=2", "s/p|"}, "t", Covered, Succeeds, 1, {"f=2"}});
+        row("a pipe is no entry", {{"s/f=1", "s/p|"}, "t", Covered, Succeeds, 1, {"f=1"}});
+        row("the source behind a link", {{"s/f=1", "t->s"}, "t", Covered, Succeeds, 1, {"f=1"}});
         row("links become copies",
             {{"s/d/f=1", "s/e->d", "s/g->d/f", "s/x->none"}, "t", Covered, Succeeds, 3,
                 {"d/", "d/f=1", "e/", "e/f=1", "g=1"}});

@@ -193,6 +193,25 @@ private slots:
         }
     }
 
+    void swappedParentLeadsNowhereElse()
+    {
+        const Machine machine;
+        QVERIFY(machine.install({},
+            {"../../decoy/VornVPN/VORN", "../../decoy/VornVPN/lib/libA.so.1",
+                "../../decoy/VornVPN/manifest.txt"}));
+        bool isSwapped = false;
+        const RemovalReport report = machine.remove([&](int) {
+            if (!isSwapped)
+                isSwapped = QDir(machine.top).rename("opt", "moved")
+                    && QFile::link(machine.top + "decoy", machine.top + "opt");
+        });
+        QVERIFY(isSwapped && machine.has("decoy/VornVPN/VORN"));
+        QVERIFY(machine.has("decoy/VornVPN/lib/libA.so.1")
+            && machine.has("decoy/VornVPN/manifest.txt"));
+        QCOMPARE(report.kept + namesOf(report.failed), QStringList());
+        QVERIFY(!machine.has("moved/VornVPN"));
+    }
+
     // The same one, mounted again, in a mount name space of the child's own.
     void otherFileSystemIsNotEntered()
     {
