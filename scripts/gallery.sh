@@ -56,12 +56,12 @@ choose_language() {
     done
 }
 
-# type_path PATH: into the path field.
+# type_path PATH: into the path field, which loses the focus then, since its cursor blinks.
 type_path() {
     click "path field"
     xdotool key ctrl+a
     xdotool type --delay 5 "$1"
-    point_at nowhere
+    click nowhere
 }
 
 # picture NAME [whole]: the window, or the whole screen, when it has stood still for half a second.
@@ -69,15 +69,15 @@ picture() {
     local file=$out/$density/$language/$1.png before="" now="" same=0 tries=60
     local part=(-crop "$((640 * factor))x$window_height+$window_x+$window_y" +repage)
     [ "${2-}" != whole ] || part=()
-    mkdir -p "$(dirname "$file")"
     until [ "$same" -eq 5 ] || [ "$tries" -eq 0 ]; do
         tries=$((tries - 1))
-        timeout 3 import -silent -window root "${part[@]}" "$file" || continue
-        now=$(convert "$file" rgba:- | md5sum)
+        now=$(timeout 3 import -silent -window root "${part[@]}" rgba:- | md5sum) || continue
         if [ "$now" = "$before" ]; then same=$((same + 1)); else same=0; fi
         before=$now
         sleep 0.1
     done
+    mkdir -p "$(dirname "$file")"
+    timeout 10 import -silent -window root "${part[@]}" "$file"
 }
 
 end() {

@@ -29,7 +29,7 @@ Item {
         font.bold: true
         text: (root.failed.length > 0 ? qsTranslate("uninstall", "VornVPN could not be removed completely")
                                       : qsTranslate("uninstall", "VornVPN has been removed")) + DataManager.emptyString
-        Accessible.role: Accessible.AlertMessage
+        Accessible.role: Accessible.Notification
     }
 
     Rectangle {

@@ -2,7 +2,8 @@ import QtQuick 2.9
 import VORN.DataManager 1.0
 import "../parts"
 
-// Tells that the installation failed, and why. Screen readers announce it when it appears.
+// Tells that the installation failed, and why. Screen readers announce it when it appears: an alert,
+// and in it a notification, since Orca speaks only those by itself.
 Rectangle {
     id: root
 
@@ -44,6 +45,8 @@ Rectangle {
         anchors.margins: 18
         anchors.verticalCenter: parent.verticalCenter
         spacing: 6
+        Accessible.role: Accessible.Notification
+        Accessible.name: root.Accessible.name
 
         SceneText {
             id: headline

@@ -82,7 +82,7 @@ Rectangle {
             horizontalAlignment: Text.AlignHCenter
             visible: root.waiting
             text: qsTranslate("main", "The files are still being copied.") + DataManager.emptyString
-            Accessible.role: Accessible.AlertMessage
+            Accessible.role: Accessible.Notification
         }
 
         SceneText {
@@ -96,7 +96,7 @@ Rectangle {
             textFormat: Text.PlainText
             color: Theme.quietTextColor
             text: root.notes
-            Accessible.role: Accessible.AlertMessage
+            Accessible.role: Accessible.Notification
         }
     }
 }

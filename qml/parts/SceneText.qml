@@ -7,5 +7,6 @@ Text {
     font.family: Theme.fontFamily
     font.pointSize: Theme.points(baseSize)
     Accessible.role: Accessible.StaticText
-    Accessible.name: text
+    // Changes of a name are told even where the text is ignored.
+    Accessible.name: Accessible.ignored ? "" : text
 }
