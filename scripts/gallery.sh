@@ -98,7 +98,8 @@ installer_pages() {
     picture panel
     type_path home/u/VornVPN
     picture panel-relative
-    stage_bundle "$build" "$installed"
+    mkdir -p "$installed"
+    echo VORN >"$installed/manifest.txt"
     type_path "$installed"
     picture panel-update
     type_path /dev/null/VornVPN

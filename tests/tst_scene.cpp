@@ -71,7 +71,7 @@ class TestScene : public QObject {
             {"customPathButton", "autoStartCheckBox", "shortcutCheckBox", "pathField"})
             use(name, byKeyboard);
         scene->type(target);
-        QCOMPARE(scene->get("pathField", "text"), target);
+        QCOMPARE(window->rootObject()->property("installPath"), target);
         QVERIFY(!scene->get("autoStartCheckBox", "checked").toBool());
         QVERIFY(!scene->get("shortcutCheckBox", "checked").toBool());
     }
@@ -204,6 +204,8 @@ private slots:
         }
         QCOMPARE(settings.getSoftUseLanguage(), "_de");
         prepareTarget(byKeyboard);
+        if (QTest::currentTestFailed()) // or the machine's own directories would be written
+            return;
         QCOMPARE(scene->item("customPathArrow")->rotation(), 90.0);
         QSignalSpy finished(scene->item("finishPage"), &QQuickItem::visibleChanged);
         use("quickInstallButton", byKeyboard);
