@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Takes pictures of every page in every language, at 96, 144 and 192 dots per inch: out/gallery,
 # one folder a density and language. For people to look at; scripts/walk.sh checks what happens.
-#     scripts/gallery.sh            all of them (about four minutes)
+#     scripts/gallery.sh            all of them (about ten minutes)
 #     scripts/gallery.sh 192 de     one density, one language: en zh id ru de
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
