@@ -29,13 +29,6 @@ struct SignedText {
     QByteArray signature;
 };
 
-struct Reply {
-    std::function<void(Manager &)> ask;
-    QByteArray path;
-    QString reply;
-    QString heard;
-};
-
 struct InitRecord {
     int modeBefore;
     QString data;
@@ -47,11 +40,6 @@ struct InitRecord {
     QString udpPort;
     QString tcpPort;
     QString shop;
-};
-
-struct TimeOut {
-    QByteArray path;
-    QString name;
 };
 
 } // namespace
@@ -158,45 +146,6 @@ private slots:
         QVERIFY(!headers.contains("X-Evil"));
     }
 
-    void repliesAreReported_data()
-    {
-        const Rows<Reply> row;
-        const auto region = [](Manager &manager) { manager.checkRegion(); };
-        const auto record = [](Manager &manager) { manager.sendOperationRecord("5"); };
-        const auto link = [](Manager &manager) { manager.getDownloadLink("a@b.c"); };
-        const QByteArray regionPath = "/api/system/region";
-        row("region check refused",
-            {region, regionPath, "{'code':200,'data':{'ip':'1.0.1.1'}}", "sendIsChinaIp(false)"});
-        row("address inside the table",
-            {region, regionPath, "{'code':0,'data':{'ip':'1.0.1.1'}}", "sendIsChinaIp(true)"});
-        row("address outside the table",
-            {region, regionPath, "{'data':{'wl':0,'ip':'8.8.8.8'}}", "sendIsChinaIp(false)"});
-        row("address on the allow list",
-            {region, regionPath, "{'data':{'wl':1,'ip':'1.0.1.1'}}", "sendIsChinaIp(false)"});
-        row("operation accepted",
-            {record, "/api/system/operation", "{'code':0,'msg':'好'}",
-                "sendOperationRecordStatus(true,好)"});
-        row("operation refused",
-            {record, "/api/system/operation", "{'code':-1,'msg':'no'}",
-                "sendOperationRecordStatus(false,no)"});
-        row("region refused at the start",
-            {[](Manager &manager) { manager.getInitInfo(); }, "/api/system/index", "{'code':1000}",
-                "initSystemStatus(1000)"});
-        row("download link refused",
-            {link, "/api/system/send_download_link", "{'code':2}",
-                "sendDownloadLinkStatus(false)"});
-    }
-
-    void repliesAreReported()
-    {
-        const auto [ask, path, reply, heard] = Rows<Reply>::fetch();
-        server->answer(path, {json(reply)});
-        Manager manager;
-        const Spies spies = spiesOn(&manager);
-        ask(manager);
-        QTRY_COMPARE(written(spies), heard);
-    }
-
     void searchWordsAreKeptUntilTheyAreAccepted()
     {
         const QByteArray path = "/api/server/push_search_word";
@@ -218,26 +167,6 @@ private slots:
         QCOMPARE(pushedWords(), "POST word=osaka,tokyo");
         manager.pushSearchLineWord(); // nothing is left, and nobody is asked
         QVERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
-    }
-
-    void timeOutsAreNamed_data()
-    {
-        const Rows<TimeOut> row;
-        row("catalogue, also of a search", {"/api/server/get_all_v2", "allLineInfo"});
-        row("update, as the scenes spell it", {"/api/system/updateInfo", "checkUpate"});
-        row("activation", {"/api/account/register_active", "registerAactive"});
-        row("a report that nobody waits for", {"/api/system/log", ""});
-        row("another address", {"/api/system/region/", ""});
-    }
-
-    void timeOutsAreNamed()
-    {
-        const auto [path, name] = Rows<TimeOut>::fetch();
-        Manager manager;
-        QString told;
-        connect(&manager, &Manager::sendTimeOutInterface, [&](const QString &it) { told += it; });
-        manager.dealReplyTimeOut(server->baseAddress() + path);
-        QCOMPARE(told, name);
     }
 
     void firstMirrorThatAnswersWinsAndTheOthersAreReleased()

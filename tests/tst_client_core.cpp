@@ -16,14 +16,6 @@ using Handler = void (Manager::*)(QJsonObject &);
 
 namespace {
 
-struct Call {
-    QString call; // as a scene writes it
-    QByteArray path; // behind /api/
-    QString form;
-    QString reply;
-    QString emitted;
-};
-
 struct SessionReply {
     Handler handler;
     QString reply;
@@ -117,102 +109,6 @@ private slots:
     }
 
     void cleanup() { QCOMPARE(server->complaints, QStringList()); }
-
-    void callsSendTheirFormAndReport_data()
-    {
-        const Rows<Call> row;
-        row("login",
-            {"userLogin('ü@b.c','p w')", "account/login", " email=ü@b.c password=p w",
-                "{'msg':'hi','data':{'session':'s'}}", "loginStatus(true,hi,-1)"});
-        row("visitor login",
-            {"userVisitorLogin()", "account/visitor_login", "", "{'code':1,'msg':'no'}",
-                "visitorLoginStatus(false,no,0)"});
-        row("registration",
-            {"userRegister('a','pw','12')", "account/register", " code=12 email=a password=pw",
-                "{'msg':'hi'}", "registerStatus(true,hi,-1)"});
-        row("activation, refused with the code of an expired session and no text as position",
-            {"userRegisterActive('a','')", "account/register_active", " email=a password=",
-                "{'code':2000,'data':{'error_position':1}}", "registerActiveStatus(false,,0)"});
-        row("new password",
-            {"findPasswd('a','pw','12')", "account/forget", " code=12 email=a password=pw",
-                "{'code':5,'data':{'error_position':'-3'}}", "findPasswdStatus(false,,-3)"});
-        row("code by e-mail, refused with a position that is no number",
-            {"getEmailCode('a','reg')", "account/getemailcode", " email=a code_type=reg",
-                "{'code':5,'data':{'error_position':'x'}}", "getEmailCodeStatus(false,,0)"});
-        row("Google login",
-            {"thirdLogin('google')", "account/third_login",
-                " platform=google email=me nickname=N guid=G7 avatar=p", "{'msg':'hi'}",
-                "loginStatus(true,hi,-1)"});
-        row("Facebook login",
-            {"thirdLogin('facebook')", "account/third_login",
-                " platform=facebook email=me nickname=N fuid=G7 avatar=p", "{'code':3}",
-                "loginStatus(false,,0)"});
-        row("login with another platform",
-            {"thirdLogin('Google')", "account/third_login",
-                " platform=Google email=me nickname=N avatar=p", "{'code':0}",
-                "loginStatus(true,,-1)"});
-        row("account, whose message is inside",
-            {"getUserInfoAfterLogin()", "account/get_info", "",
-                "{'code':4,'msg':'outer','data':{'msg':'inner'}}", "userInfoStatus(false,inner)"});
-        row("update refused",
-            {"checkUpdate()", "system/updateInfo", "", "{'code':1,'data':{'version':9}}",
-                "updateInfoStatus(true,true,false,1.0.7,,7)"});
-        row("update",
-            {"checkUpdate()", "system/updateInfo", "",
-                "{'data':{'force':'true','version':9,'version_show':'1.1','content':'new'}}",
-                "updateInfoStatus(true,false,true,1.1,new,9)"});
-        row("hot update refused",
-            {"checkIsNeedHotUpdate()", "system/hot_update", "", "{'code':1}",
-                "hotUpdateStatus(false,-1)"});
-        row("unknown kind of hot update",
-            {"checkIsNeedHotUpdate()", "system/hot_update", "",
-                "{'data':{'type':3,'url':'nowhere'}}", "hotUpdateStatus(true,3)"});
-        row("feedback on a line",
-            {"feedBack('3,5,','c','2','','a','p','r')", "system/feedback",
-                " tag=3,5 content=c type=2 linkman={'email':'me'} props=p rate=r",
-                "{'code':0,'msg':'thanks'}", "feedBackStatus(true,thanks)"});
-        row("other feedback, with a quotation mark in the address",
-            {"feedBack('3,5,','c','1','a\\'b','a','p','r')", "system/feedback",
-                " tag=3,5, content=c type=1 linkman={'email':'a'b'} props=p rate=r",
-                "{'code':1,'msg':'no'}", "feedBackStatus(false,no)"});
-        row("questions that are no list",
-            {"getLineFeedBackQuestion()", "system/questions", "", "{'code':0,'data':7}",
-                "sendLineFeedBackQuestions(true,success)"});
-        row("catalogue refused",
-            {"getAllLineInfo()", "server/get_all_v2", "", "{'code':1,'msg':'no'}",
-                "lineInfoStatus(false,no)"});
-        row("line search",
-            {"getLineInfo('Ber')", "server/get_all_v2", " word=Ber", "{'msg':'ok','data':[]}",
-                "lineInfoStatus(true,ok)"});
-        row("log of a peer-to-peer event",
-            {"pushLog('p2p','t','s','i')", "system/log", " flag=p2p status=s info=i", "{}", ""});
-        row("log of the language, whose status is not sent",
-            {"pushLog('language','','1','en')", "system/log", " flag=language type= language=en",
-                "{}", ""});
-        row("log of the tunnel",
-            {"pushLog('sarko2','t','s','i')", "system/log", " flag=sarko2 status=s", "{}", ""});
-        row("log of the delay",
-            {"pushLog('delay','t','s','延')", "system/log", " flag=delay data=延", "{}", ""});
-        row("log of an unknown event",
-            {"pushLog('P2P','t','s','i')", "system/log", " flag=P2P", "{}", ""});
-        row("language",
-            {"pushLanguage(3,'ru')", "system/push_language", " type=3 language=ru", "{}", ""});
-        row("link log, from a time before the epoch",
-            {"sendPushLinkLog(-3,'ok',-17,19,'KCP')", "server/push_connect_state",
-                " srvid=-3 status=ok start_time=-17 end_time=19 protocol=KCP", "{'code':0}",
-                "sendPushLinkLogStatus(true,)"});
-    }
-
-    void callsSendTheirFormAndReport()
-    {
-        const auto [call, path, form, reply, emitted] = Rows<Call>::fetch();
-        server->answer("/api/" + path, {json(reply)});
-        QQmlEngine engine;
-        QQmlExpression(engine.rootContext(), manager.get(), json(call)).evaluate();
-        QCOMPARE(server->take("/api/" + path).form, "POST" + json(form));
-        QTRY_VERIFY(!isBusy());
-        QCOMPARE(written(spies), emitted);
-    }
 
     void repliesChangeTheSession_data()
     {

@@ -1,4 +1,5 @@
 #include "LoopbackServer.h"
+#include "Spies.h"
 #include "Support.h"
 #include "api/Endpoints.h"
 #include "api/KQHttpManager.h"
@@ -7,6 +8,8 @@
 #include "crypto/Encryption.h"
 #include "installer/Operating.h"
 #include "settings/DataManager.h"
+
+#include <QtQml>
 
 namespace {
 
@@ -36,46 +39,27 @@ QList<QStringList> tableBelow(const QString &heading)
     return rows.mid(2);
 }
 
-struct Row {
-    QString call;
-    QString path;
-    QStringList fields;
-    QStringList keys;
-    QString timeOutName;
+struct WorkedCall {
+    QString call; // as a scene writes it
+    QByteArray path;
+    QString form;
+    QByteArray reply;
+    QString heard;
 };
 
-// Calls `name("literal", argument)`; an argument that is no literal has its own name as its value.
-bool invoke(QObject &manager, const QString &call)
+QList<WorkedCall> workedCalls()
 {
-    const QString name = call.section('(', 0, 0);
-    QStringList values = call.section('(', 1).chopped(1).split(", ", Qt::SkipEmptyParts);
-    values.replaceInStrings("\"", "");
-    const QMetaObject *meta = manager.metaObject();
-    for (int index = meta->methodOffset(); index < meta->methodCount(); ++index) {
-        const QMetaMethod method = meta->method(index);
-        if (method.name() != name || method.parameterCount() != values.size()) {
-            continue;
-        }
-        QVariantList arguments;
-        std::array<QGenericArgument, 7> generic;
-        for (int i = 0; i < values.size(); ++i) {
-            const int type = method.parameterType(i);
-            arguments.append(type == QMetaType::QString ? QVariant(values[i]) : QVariant(1));
-            arguments[i].convert(type);
-        }
-        for (int i = 0; i < values.size(); ++i) {
-            generic[std::size_t(i)] =
-                QGenericArgument(arguments[i].typeName(), arguments[i].constData());
-        }
-        return method.invoke(&manager, generic[0], generic[1], generic[2], generic[3], generic[4],
-            generic[5], generic[6]);
+    QList<WorkedCall> calls;
+    for (const QStringList &cells : tableBelow("## Worked calls")) {
+        const auto code = [&cells](int column) { return codeIn(cells[column]).value(0); };
+        calls.append({code(0), "/api/" + code(1).toLatin1(), code(2), code(3).toUtf8(), code(4)});
     }
-    return false;
+    return calls;
 }
 
-QStringList fieldNames(const QByteArray &form)
+QStringList fieldNames(const QString &form)
 {
-    static const QRegularExpression field(" (\\w+)=");
+    static const QRegularExpression field("(?:^| )(\\w+)=");
     QStringList names;
     for (auto found = field.globalMatch(form); found.hasNext();) {
         names.append(found.next().captured(1));
@@ -106,31 +90,58 @@ private slots:
     void init()
     {
         Deployment::current().ipLookupAddress.clear();
-        DataManager::getInstance()->setDomainName(server.baseAddress());
+        DataManager &settings = *DataManager::getInstance();
+        settings.setDomainName(server.baseAddress());
+        settings.setUserInfo(UserInfo());
+        settings.setUserName("me");
+        settings.setUserNickName("N");
+        settings.setUserGoogleId("G7");
+        settings.setUserGooglePicture("p");
+        settings.setSoftVersion("7");
+        settings.setSoftShowVersion("1.0.7");
+        settings.setIsVisitorLoginStatus(true);
     }
 
-    void callsPostWhatTheManualSays_data()
+    void callsPostAndReportWhatTheManualSays_data()
     {
-        const Rows<Row> row;
-        for (const QStringList &cells : tableBelow("## Endpoints")) {
-            const QString call = codeIn(cells[0]).value(0);
-            row(qPrintable(call),
-                {call, codeIn(cells[1]).value(0), codeIn(cells[2]), codeIn(cells[3]),
-                    codeIn(cells[4]).value(0)});
+        const Rows<WorkedCall> row;
+        for (const WorkedCall &call : workedCalls()) {
+            row(qPrintable(call.call + ' ' + call.reply), call);
         }
     }
 
-    void callsPostWhatTheManualSays()
+    void callsPostAndReportWhatTheManualSays()
     {
-        const auto [call, path, fields, keys, timeOutName] = Rows<Row>::fetch();
-        server.answer(path.toLatin1(), {"{}"});
+        const auto [call, path, form, reply, heard] = Rows<WorkedCall>::fetch();
+        server.answer(path, {reply});
         KQHttpManager manager;
         manager.appendSearchWordList("tokyo");
-        QVERIFY(invoke(manager, call));
-        QCOMPARE(fieldNames(server.take(path.toLatin1()).form), fields);
-        const Endpoint *endpoint = findEndpoint(path);
-        QVERIFY(endpoint != nullptr);
-        QCOMPARE(QString(endpoint->timeOutName), timeOutName);
+        const Spies spies = spiesOn(&manager);
+        QQmlEngine engine;
+        QQmlExpression(engine.rootContext(), &manager, call).evaluate();
+        QCOMPARE(server.take(path).form, QString("POST " + form).trimmed().toUtf8());
+        QTRY_VERIFY(manager.findChildren<QNetworkReply *>().isEmpty());
+        QCOMPARE(written(spies), heard);
+        QCOMPARE(server.complaints, QStringList());
+    }
+
+    void everyEndpointOfTheManualIsCalled()
+    {
+        QSet<QStringList> called; // function, path and fields
+        for (const WorkedCall &call : workedCalls()) {
+            called.insert(
+                QStringList{call.call.section('(', 0, 0), call.path} + fieldNames(call.form));
+        }
+        QSet<QStringList> described;
+        for (const QStringList &cells : tableBelow("## Endpoints")) {
+            const QString path = codeIn(cells[1]).value(0);
+            described.insert(
+                QStringList{codeIn(cells[0]).value(0).section('(', 0, 0), path} + codeIn(cells[2]));
+            const Endpoint *endpoint = findEndpoint(path);
+            QVERIFY(endpoint != nullptr);
+            QCOMPARE(QString(endpoint->timeOutName), codeIn(cells[4]).value(0));
+        }
+        QCOMPARE(called, described);
     }
 
     void everyPathIsInTheManual()
