@@ -55,10 +55,6 @@ private slots:
         row("redirect, which is not followed",
             {{{}, 302, Server::Whole, "Location: /elsewhere\r\n"}, ""});
         row("captive portal", {{"<!DOCTYPE html><html><body>Log in</body></html>"}, ""});
-        row("no body", {{}, ""});
-        row("empty object", {{"{}"}, ""});
-        row("wrong types everywhere",
-            {{json("{'code':'1000','msg':{},'data':[{'srv_ports':7}]}")}, "initSystemStatus(0)"});
         row("wrong types inside",
             {{json("{'code':null,'data':{'default_mode':{},'srv_ports':{'tcp':[]}}}")},
                 "initSystemStatus(0)"});

@@ -125,17 +125,11 @@ private slots:
         row("visitor login",
             {&Manager::dealUserVisitorLoginInfo, session, false, "session=s visitorStatus=yes",
                 "visitorLoginStatus(true,,-1)", false});
-        row("visitor login refused",
-            {&Manager::dealUserVisitorLoginInfo, "{'code':1}", false, "",
-                "visitorLoginStatus(false,,0)", false});
         row("visitor login expired",
             {&Manager::dealUserVisitorLoginInfo, expired, true, "session= visitor=no", "", false});
         row("account of its own",
             {&Manager::dealUserInfo, account.arg(",'is_visitor':0"), true,
                 accountChanges + " loggedIn=yes visitor=no", "userInfoStatus(true,)", false});
-        row("account of a guest",
-            {&Manager::dealUserInfo, account.arg(",'is_visitor':1"), true, accountChanges,
-                "userInfoStatus(true,)", false});
         row("account that does not say whose it is",
             {&Manager::dealUserInfo, account.arg(""), true, accountChanges, "userInfoStatus(true,)",
                 false});
@@ -238,11 +232,6 @@ private slots:
         row("protocol", {2, "", {"bytes"}, "sarko2linuxTemp", "bytes", 0644});
         row("unknown kind", {3, "", {"(not there)"}, "", "(not there)", 0});
         row("nowhere to write", {1, "/no/P", {"(not there)"}, "no", "(not there)", 0});
-        row("chunked",
-            {1, "",
-                {"3\r\nabc\r\n2\r\nde\r\n0\r\n\r\n", 200, Server::Whole,
-                    "Transfer-Encoding: chunked\r\n"},
-                "VORNTemp", "abcde", 0644});
         row("page that tells an error", {0, "", {"sorry", 404}, "VornInstall.run", "sorry", 0600});
         row("cut", {1, "", {"bytes", 200, Server::Cut}, "VORNTemp", "bytes", 0600});
     }
@@ -269,7 +258,6 @@ private slots:
     {
         const Rows<QString> row; // what plants it
         row("own file of before", "echo long, long before > VORNTemp; chmod 644 VORNTemp");
-        row("link to a file", "echo secret > other; ln -s other VORNTemp");
         row("link to nothing", "ln -s other VORNTemp");
         row("file with a second name", "echo secret > other; ln other VORNTemp");
         row("pipe, which nobody reads", "mkfifo VORNTemp");
@@ -300,9 +288,6 @@ private slots:
         const Rows<QString> row;
         row("file", "file:///etc/passwd");
         row("file, in other letters", "FILE:/etc/passwd");
-        row("data", "data:text/plain,program");
-        row("resource", "qrc:/main.qml");
-        row("no address", "/etc/passwd");
     }
 
     void onlyTheWebIsDownloaded()
