@@ -36,13 +36,9 @@ private slots:
         const Rows<CipherText> row;
         row("an address", {address, usualKey, "http://api.vornvpn.example"});
         row("a key of one byte", {"UnVfBWJWXEQQX1YQAQMQU1g4CgcfSwQNS1pYSwgD", "k", "x"});
-        row("another key", {address, "wrong key", ""});
-        row("no key", {address, "", ""});
         row("20 bytes without a key", {encodedOnes(20), "", ""});
         row("12 bytes: no trailer", {encodedOnes(12), usualKey, ""});
-        row("a captive portal's page", {"<html>", usualKey, ""});
         row("13 bytes: one trailer", {encodedOnes(13), usualKey, "", true});
-        row("25 bytes: not yet two trailers", {encodedOnes(25), usualKey, "", true});
     }
 
     void cipherTextsAreDeciphered()
@@ -60,14 +56,10 @@ private slots:
     void base64ReadingStopsAtForeignCharacters_data()
     {
         const Rows<Base64Text> row;
-        row("one character", {"Q", ""});
         row("two characters", {"QQ", "A"});
         row("padding", {"QUI=", "AB"});
-        row("one character too many", {"QUJDR", "ABC"});
         row("padding inside a group", {"QUJD=UVG", "ABC"});
-        row("padding after two characters", {"QUJDRE=GQUJD", "ABCD"});
         row("the alphabet of addresses", {"QUJD-_-_", "ABC"});
-        row("bytes above 127", {"QUJDRE\xC3\xA4", "ABCD"});
     }
 
     void base64ReadingStopsAtForeignCharacters()
