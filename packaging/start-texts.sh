@@ -1,6 +1,11 @@
 # shellcheck shell=sh
 # What start.sh tells, in the languages of the scene. The first words of each line name the text.
 
+# Where nothing else shows a window; it has no Chinese letters.
+only_xmessage() {
+    ! [ -t 2 ] && ! command -v zenity && ! command -v kdialog && command -v xmessage
+} >/dev/null
+
 # The language of the session, as far as its characters can be shown.
 find_language() {
     language=en
@@ -10,7 +15,7 @@ find_language() {
         *) [ "$(locale charmap 2>/dev/null)" = UTF-8 ] || return 0 ;;
     esac
     case $locale in
-        zh*) language=zh ;;
+        zh*) ! only_xmessage || return 0; language=zh ;;
         id* | in_*) language=id ;;
         ru*) language=ru ;;
         de*) language=de ;;

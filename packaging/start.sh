@@ -51,7 +51,7 @@ tell() {
     if command -v zenity >/dev/null; then
         zenity --warning --no-markup --width 420 --title VornVPN --text "$1"
     elif command -v kdialog >/dev/null; then
-        kdialog --title VornVPN --sorry "$(fold_text "$1")"
+        kdialog --title VornVPN --sorry "$1"
     elif command -v xmessage >/dev/null; then
         xmessage -center -xrm '*international: true' -title VornVPN "$(fold_text "$1")"
     fi >/dev/null 2>&1
