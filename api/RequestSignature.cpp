@@ -43,9 +43,7 @@ QByteArray signatureText(const RequestHeaders &headers)
         if (!text.isEmpty()) {
             text += '&';
         }
-        text += name;
-        text += '=';
-        text += asRead(value);
+        text += name + '=' + asRead(value);
     }
     text += salt;
     return text;
