@@ -2,7 +2,7 @@
 # Takes pictures of every page in every language, at 96, 144 and 192 dots per inch: out/gallery,
 # one folder a density and language. For people to look at; scripts/walk.sh checks what happens.
 #     scripts/gallery.sh            all of them (about ten minutes)
-#     scripts/gallery.sh 192 de     one density, one language: en zh id ru de
+#     scripts/gallery.sh 192 de     one density, one language: en zh_hk id ru de
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
@@ -13,15 +13,14 @@ bundle=$out/bundle
 installed=$out/installed
 nobody="http://127.0.0.1:1" # the pages need no server
 screen_width=1600 screen_height=1200
-all_languages=(en zh id ru de) # in the order of the language list
-declare -A locales=([en]=C.UTF-8 [zh]=zh_CN.UTF-8 [id]=id_ID.UTF-8 [ru]=ru_RU.UTF-8 [de]=de_DE.UTF-8)
+mapfile -t all_languages < <(languages_of_the_scene)
 
 # begin PROGRAM HEIGHT: starts it in its folder and sets where its window stands.
 begin() {
     local folder=$bundle
     [ "$1" = VornInstall ] || folder=$installed
     (cd "$folder" && exec env HOME="$out/home" XDG_RUNTIME_DIR="$out/home" \
-        LC_ALL="${locales[$language]}" "./$1" >"$out/$1.log" 2>&1) &
+        LC_ALL=C.UTF-8 "./$1" >"$out/$1.log" 2>&1) &
     program_pid=$!
     wait_until 30 xdotool search --onlyvisible --pid "$program_pid" \
         || fail "$1 shows no window: $(tail -n 20 "$out/$1.log")"
@@ -42,16 +41,14 @@ click() {
     xdotool click 1
 }
 
-# The rows of the list are 25 pixels high. Not every language is taken from the locale.
 choose_language() {
     local row
     for row in "${!all_languages[@]}"; do
         [ "${all_languages[row]}" = "$language" ] || continue
         click "language box"
         sleep 0.5
-        position[row]="575 $((95 + 25 * row))"
-        click row
-        point_at nowhere
+        choose_in_open_list "$row"
+        click nowhere
         sleep 0.5
     done
 }
@@ -131,6 +128,7 @@ uninstaller_pages() {
     cp "$build/uninstaller/Uninstall" "$installed/"
     (cd "$installed" && find . -type f -printf '%P\n') >"$installed/manifest.txt"
     touch "$installed/one of the user's own files"
+    printf '{"softUseLanguage": "_%s"}\n' "$language" >"$installed/VornData.json"
     begin Uninstall 420
     picture uninstall-question
     click uninstall
@@ -147,7 +145,7 @@ case $# in
     *) fail "$(describe "$0")" ;;
 esac
 for language in "${languages[@]}"; do
-    [ -n "${locales[$language]-}" ] || fail "There is no language $language. $(describe "$0")"
+    [[ " ${all_languages[*]} " == *" $language "* ]] || fail "There is no language $language. $(describe "$0")"
 done
 
 "$root/scripts/install-packages.sh" build run virtual

@@ -132,6 +132,11 @@ agreeing_pkexec() {
     chmod +x "$1/pkexec"
 }
 
+# Codes of the interface languages, in the order of the list: en zh_hk ...
+languages_of_the_scene() {
+    sed -n 's/^ *{"_\([a-z_]*\)", ":.*/\1/p' "$root/settings/DataManagerLanguage.cpp"
+}
+
 # Where a click goes, in the window's own pixels.
 # shellcheck disable=SC2034 # other scripts read it
 declare -A position=(
@@ -139,6 +144,14 @@ declare -A position=(
     [path field]="200 447" [browse]="572 447" [quick install]="320 320" [try it now]="320 324" [nowhere]="320 110"
     [start up check box]="37 493" [shortcut check box]="300 493" [close]="611 28"
     [uninstall]="414 336" [done]="320 324")
+
+# choose_in_open_list ROW: in the language list, whose box has the focus.
+choose_in_open_list() {
+    local row
+    xdotool key Home
+    for ((row = 0; row < $1; row++)); do xdotool key Down; done
+    xdotool key Return
+}
 
 # start_display FOLDER SIZE [DPI]: a virtual display; sets display_pid and DISPLAY. Its log is in FOLDER.
 start_display() {

@@ -20,7 +20,7 @@ screen_width=1280 screen_height=800
 window_width=640 window_height=520 page_height=420
 window_x=$(((screen_width - window_width) / 2))
 window_y=$(((screen_height - window_height) / 2))
-languages=(english chinese indonesian russian german) # in the order of the language list
+mapfile -t languages < <(languages_of_the_scene)
 
 # --- private places ---------------------------------------------------------------------------
 
@@ -96,13 +96,10 @@ picture() {
 }
 
 choose_language() {
-    local top height
     click "language box"
     wait_until 5 list_is_open || fail "The language list does not open"
-    read -r height top <<<"$(list_extent)"
-    position[row]="${position[language box]% *} $((top + height * (2 * $1 + 1) / 10))"
-    click row
-    point_at nowhere
+    choose_in_open_list "$1"
+    click nowhere # or the box would keep the ring of the keyboard
 }
 
 # Height and top of the white list below its box, read from a strip beside the texts.
@@ -236,7 +233,7 @@ picture initial
 click "language box"
 picture language-list
 click "language box"
-for index in 1 2 3 4 0; do
+for ((index = ${#languages[@]} - 1; index >= 0; index--)); do
     choose_language "$index"
     picture "initial-${languages[index]}"
 done

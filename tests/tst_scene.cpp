@@ -193,9 +193,10 @@ private slots:
         QTRY_VERIFY(scene->get("agreementButton", "enabled").toBool());
 
         use("languageBox", byKeyboard);
-        QTRY_COMPARE(SceneDriver::shownTexts(scene->item("list")).size(), 5);
+        QTRY_VERIFY(SceneDriver::shownTexts(scene->item("list")).size() > german);
         if (byKeyboard) {
-            scene->key(Qt::Key_End);
+            for (int row = english; row < german; ++row)
+                scene->key(Qt::Key_Down);
             scene->key(Qt::Key_Return);
         } else {
             for (QQuickItem *text : SceneDriver::shownTexts(scene->item("list")))
@@ -347,7 +348,7 @@ private slots:
             {"installingPage", "stage", 2},
         };
         window->rootObject()->setProperty("copying", true);
-        for (const int language : {0, 1, 2, 3, 4}) {
+        for (int language = 0; language < settings.getLanguageList().size(); ++language) {
             chooseLanguage(language);
             for (const auto &[object, property, value] : pages) {
                 for (const QString page : {"initialPage", "finishPage", "installingPage"})
@@ -367,7 +368,7 @@ private slots:
     void textsOfTheBottomRowStandOnOneLine()
     {
         open();
-        for (const int language : {0, 1, 2, 3, 4}) {
+        for (int language = 0; language < settings.getLanguageList().size(); ++language) {
             chooseLanguage(language);
             QVector<qreal> lines;
             for (const QString name : {"acceptCheckBox", "agreementButton", "customPathButton"}) {
