@@ -3,26 +3,8 @@
 #include <QtTest>
 
 #include <any>
-#include <tuple>
 
 Q_DECLARE_METATYPE(std::any)
-
-// Rows of values of any types. A "_data" function says `const Table<int, QString> row;` and then
-// `row("least", 1, "one");`, its test `const auto [number, text] = Table<int, QString>::fetch();`.
-template <typename... Values> struct Table {
-    Table() { QTest::addColumn<std::any>("row"); }
-
-    void operator()(const char *name, const Values &...values) const
-    {
-        QTest::newRow(name) << std::any(std::make_tuple(values...));
-    }
-
-    static std::tuple<Values...> fetch()
-    {
-        QFETCH(std::any, row);
-        return std::any_cast<std::tuple<Values...>>(row);
-    }
-};
 
 // Rows of a type with named fields. A "_data" function says `const Rows<Refusal> row;` and then
 // `row("position as text", {reply, "no", 2});`, its test `const auto [reply, message, position] =

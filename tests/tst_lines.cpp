@@ -1,6 +1,5 @@
 #include "Spies.h"
 #include "Support.h"
-#include "lines/Coordinates.h"
 #include "lines/LineCatalogue.h"
 #include "lines/LineInfo.h"
 #include "lines/LineInfoListModel.h"
@@ -9,27 +8,11 @@ namespace {
 
 const QMetaObject &meta = LineInfo::staticMetaObject;
 
-struct Area {
-    QString name;
-    int serverNum;
-    QStringList lines; // their names, "Fastest" among them
-};
+using Area = QPair<QString, QStringList>; // its name and those of its lines, "Fastest" among them
 
-bool operator==(const Area &one, const Area &other)
-{
-    return std::tie(one.name, one.serverNum, one.lines)
-        == std::tie(other.name, other.serverNum, other.lines);
-}
-
-struct Catalogue {
-    QString reply;
+struct Countries {
+    QString data; // of the reply
     QList<Area> areas;
-};
-
-struct Location {
-    QString text;
-    double lon;
-    double lat;
 };
 
 QStringList namesOf(const QList<QObject *> &lines)
@@ -59,8 +42,25 @@ QVariantMap filledProperties(const QObject *record)
 class TestLines : public QObject {
     Q_OBJECT
 
+    LineCatalogue catalogue; // releases the records
+
+    QList<LineInfo *> areasOf(const QString &data,
+        bool (LineInfoListModel::*read)(
+            QJsonObject &, QString &) = &LineInfoListModel::createLineInfoModelListByCountry)
+    {
+        QJsonObject reply = QJsonDocument::fromJson(json("{'data':[" + data + "]}")).object();
+        LineInfoListModel model;
+        QString message;
+        (model.*read)(reply, message);
+        qDeleteAll(catalogue.replace(model.getLineInfoModelList()));
+        QList<LineInfo *> areas;
+        for (QObject *area : catalogue.areas())
+            areas.append(static_cast<LineInfo *>(area));
+        return areas;
+    }
+
 private slots:
-    void recordsAnnounceEveryWriteWithSignalsInTheirOrder()
+    void recordsAnnounceEveryWrite()
     {
         const QHash<int, QVariant> values = {{QMetaType::Int, 1}, {QMetaType::Double, -2.5},
             {QMetaType::Bool, true}, {QMetaType::QString, "text"},
@@ -81,74 +81,51 @@ private slots:
         }
         QCOMPARE(odd.join(' '), QString("qTransPort transIpChanged() transPortChanged()"));
         QCOMPARE(LineInfo().property("qIsCurrentUse").userType(), int{QMetaType::Int});
-
-        QByteArrayList names;
-        for (int index = meta.methodOffset(); index < meta.methodCount(); ++index)
-            names.append(meta.method(index).name().replace("Changed", ""));
-        QCOMPARE(names.join(' '),
-            QByteArray("lineId lineArea lineName lineImage childItem level serverIp serverPort "
-                       "serverNum lon lat ping isCurrentUse domain usedNum lineUuid isRecommend "
-                       "transDomain transIp transPort lineLoad childItem4Load"));
     }
 
     void countriesBecomeAreasWithNumberedLines_data()
     {
-        const Rows<Catalogue> row;
+        const Rows<Countries> row;
+        row("no country", {"", {}});
+        row("a country without servers", {"{'name_en':'A'}", {{"A", {}}}});
         row("a lone server needs no fastest one",
-            {"{'data':[{'name_en':'A','servers':[{'country_id':'A','id':3}]}]}",
-                {{"A", 1, {"A #1"}}}});
+            {"{'name_en':'A','servers':[{'country_id':'A','id':3}]}", {{"A", {"A #1"}}}});
         row("each country counts its servers anew",
-            {"{'data':[{'name_en':'A','servers':[{'country_id':1},{'country_id':'B'},"
-             "{'country_id':'1'}]},{'servers':[{'country_id':'B'},{'country_id':'B'}]}]}",
-                {{"A", 4, {"Fastest", "1 #1", "B #1", "1 #2"}},
-                    {"", 3, {"Fastest", "B #1", "B #2"}}}});
+            {"{'name_en':'A','servers':[{'country_id':1},{'country_id':'B'},{'country_id':'1'}]},"
+             "{'servers':[{'country_id':'B'},{'country_id':'B'}]}",
+                {{"A", {"Fastest", "1 #1", "B #1", "1 #2"}}, {"", {"Fastest", "B #1", "B #2"}}}});
         row("servers without a country have their own numbers",
-            {"{'data':[{'servers':[{'name':'N','id':5},{'name':'N','id':'6x'}]}]}",
-                {{"", 3, {"Fastest", "N #5", "N #6x"}}}});
+            {"{'servers':[{'name':'N','id':5},{'name':'N','id':'6x'}]}",
+                {{"", {"Fastest", "N #5", "N #6x"}}}});
         row("a number that is missing or taken gives way to the next count",
-            {"{'data':[{'servers':[{'name':'N','id':1},{'name':'N','id':1},{'name':'N'},"
-             "{'country_id':'N'},{}]}]}",
-                {{"", 6, {"Fastest", "N #1", "N #2", "N #3", "N #4", " #1"}}}});
+            {"{'servers':[{'name':'N','id':1},{'name':'N','id':1},{'name':'N'},"
+             "{'country_id':'N'},{}]}",
+                {{"", {"Fastest", "N #1", "N #2", "N #3", "N #4", " #1"}}}});
     }
 
     void countriesBecomeAreasWithNumberedLines()
     {
-        const auto [reply, areas] = Rows<Catalogue>::fetch();
-        QJsonObject object = QJsonDocument::fromJson(json(reply)).object();
-        LineInfoListModel model;
-        QString message;
-        QVERIFY(model.createLineInfoModelListByCountry(object, message));
-        LineCatalogue catalogue; // releases the records
-        catalogue.replace(model.getLineInfoModelList());
+        const auto [data, areas] = Rows<Countries>::fetch();
         QList<Area> built;
-        for (QObject *record : catalogue.areas()) {
-            auto *area = static_cast<LineInfo *>(record);
-            built.append(
-                {area->getLineArea(), area->getServerNum(), namesOf(area->getChildItem())});
-            QStringList servers = namesOf(area->getChildItem());
-            servers.removeOne("Fastest");
-            QCOMPARE(namesOf(area->getChildItem4Load()), servers);
+        for (const LineInfo *area : areasOf(data)) {
+            QStringList names = namesOf(area->getChildItem());
+            QCOMPARE(area->getServerNum(), names.size());
+            built.append({area->getLineArea(), names});
+            names.removeOne("Fastest");
+            QCOMPARE(namesOf(area->getChildItem4Load()), names);
         }
-        QVERIFY(built == areas);
+        QCOMPARE(built, areas);
     }
 
     void everyValueOfAServerIsTaken()
     {
-        QJsonObject object = QJsonDocument::fromJson(
-            json(
-                "{'data':[{'name_en':'A','img':'i','lon':'-1.5','lat':7,'servers':[{'country_id':'"
-                "L',"
-                "'id':'1','name_en':'Stadt','national_flag':'l.png','ip':'192.0.2.1',"
-                "'domain':'l.example.com','uuid':'u-1','load':0.25,'trans_domain':'r.example.com',"
-                "'trans_ip':'192.0.2.9','trans_port':8443,"
-                "'srv_location':'{\\\\\\u0022lon\\\\\\u0022:13.4,\\u0022lat\\u0022:52.5}'},{}]}]}"))
-                                 .object();
-        LineInfoListModel model;
-        QString message;
-        QVERIFY(model.createLineInfoModelListByCountry(object, message));
-        LineCatalogue catalogue;
-        catalogue.replace(model.getLineInfoModelList());
-        auto *area = static_cast<LineInfo *>(catalogue.areas().constFirst());
+        const LineInfo *area = areasOf(
+            "{'name_en':'A','img':'i','lon':'-1.5','lat':7,'servers':[{'country_id':'L',"
+            "'id':'1','name_en':'Stadt','national_flag':'l.png','ip':'192.0.2.1',"
+            "'domain':'l.example.com','uuid':'u-1','load':0.25,'trans_ip':'192.0.2.9',"
+            "'trans_domain':'r.example.com','trans_port':8443,"
+            "'srv_location':'{\\\\\\u0022lon\\\\\\u0022:13.4,\\u0022lat\\u0022:52.5}'},{}]}")
+                                   .constFirst();
         QCOMPARE(area->getLineImage(), QString("i"));
         QCOMPARE(area->getLon(), -1.5);
         QCOMPARE(area->getLat(), 7.0);
@@ -168,17 +145,11 @@ private slots:
 
     void aFlatListHasNoCountries()
     {
-        QJsonObject object = QJsonDocument::fromJson(
-            json("{'data':[{'name':'A','line':[{'name':'a','id':'7','national_flag':'a.png',"
-                 "'ip':'192.0.2.1'},{'id':8}]},{}]}"))
-                                 .object();
-        LineInfoListModel model;
-        QString message;
-        QVERIFY(model.createLineInfoModelList(object, message));
-        LineCatalogue catalogue;
-        catalogue.replace(model.getLineInfoModelList());
-        QCOMPARE(catalogue.areas().size(), 2);
-        auto *area = static_cast<LineInfo *>(catalogue.areas().constFirst());
+        const LineInfo *area =
+            areasOf("{'name':'A','line':[{'name':'a','id':'7','national_flag':'a.png',"
+                    "'ip':'192.0.2.1'}]}",
+                &LineInfoListModel::createLineInfoModelList)
+                .constFirst();
         QCOMPARE(area->getLineArea(), QString("A"));
         QCOMPARE(filledProperties(area->getChildItem().constFirst()),
             QVariantMap({{"qLineName", "a"}, {"qLineArea", "A"}, {"qLineId", 7}, {"qLevel", 1},
@@ -212,25 +183,6 @@ private slots:
         reason.clear();
         QVERIFY(!model.createLineInfoModelList(refusal, reason) && reason == "no");
         QVERIFY(model.getLineInfoModelList().isEmpty());
-    }
-
-    void coordinatesAreRead_data()
-    {
-        const Rows<Location> row;
-        row("texts", {"{'lon':'13.4050','lat':'-52.52'}", 13.405, -52.52});
-        row("numbers", {"{'lon':0.1,'lat':-7}", 0.1, -7});
-        row("more digits than a number has",
-            {"{'lon':'1234567890123456.1234567890123456','lat':'0.12345678901234567'}",
-                1234567890123456.1, 0.12345678901234567});
-        row("no JSON", {"{'lon':'3','lat':'4'", 0, 0});
-    }
-
-    void coordinatesAreRead()
-    {
-        const auto [text, lon, lat] = Rows<Location>::fetch();
-        const Coordinates read = coordinatesOf(json(text));
-        QCOMPARE(read.lon, lon);
-        QCOMPARE(read.lat, lat);
     }
 };
 
