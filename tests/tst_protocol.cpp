@@ -1,6 +1,6 @@
 #include "LoopbackServer.h"
+#include "Manual.h"
 #include "Spies.h"
-#include "Support.h"
 #include "api/Endpoints.h"
 #include "api/KQHttpManager.h"
 #include "api/RequestSignature.h"
@@ -14,30 +14,6 @@
 namespace {
 
 QString manual() { return contentOf(VORN_SOURCE_DIR "/docs/protocol.md"); }
-
-QStringList codeIn(const QString &text)
-{
-    static const QRegularExpression code("`([^`]*)`");
-    QStringList words;
-    for (auto found = code.globalMatch(text); found.hasNext();) {
-        words.append(found.next().captured(1));
-    }
-    return words;
-}
-
-// The cells of the table below a heading, without the heading line of the table.
-QList<QStringList> tableBelow(const QString &heading)
-{
-    QList<QStringList> rows;
-    for (const QString &line : manual().section("\n" + heading + "\n", 1).split('\n')) {
-        if (line.startsWith("|")) {
-            rows.append(line.mid(1).split('|'));
-        } else if (!rows.isEmpty()) {
-            break;
-        }
-    }
-    return rows.mid(2);
-}
 
 struct WorkedCall {
     QString call; // as a scene writes it

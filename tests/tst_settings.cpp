@@ -1,4 +1,4 @@
-#include "Support.h"
+#include "Manual.h"
 #include "settings/DataManager.h"
 
 #include <QQmlEngine>
@@ -20,16 +20,6 @@ struct StrangeFile {
     bool isAutoLogin;
     bool isVisitorLogin;
 };
-
-struct SignIn {
-    QString argument;
-    bool isGoogle;
-    bool isFacebook;
-    QStringList found; // e-mail address, id, name, picture
-};
-
-// Who is known before the argument is read.
-const QStringList nobody{"u", "i", "n", "p"};
 
 constexpr QFile::Permissions ownerOnly(0x6600);
 constexpr QFile::Permissions usual(0x6644);
@@ -168,37 +158,26 @@ private slots:
         QCOMPARE(m_store->getIsVisitorLogin(), isVisitorLogin);
     }
 
-    void signInResultsAreTaken_data()
+    void signInResultsAreTakenAsTheManualSays_data()
     {
-        const Rows<SignIn> row;
-        row("Google: the later name, the picture up to its second \"=\"",
-            {"x --gl:email=a@b,id=7,name=A%20B%20C,picture=http://p/1=s9,name=Z%20", true, false,
-                {"a@b", "7", "Z ", "http://p/1"}});
-        row("Google: the marker in capitals", {"--GL:email=a@b", false, false, nobody});
-        row("Google: a marker without colon", {"--gl email=a@b", true, false, nobody});
-        row("Google: a picture whose address holds \"id\", and a second marker",
-            {"--gl:picture=http://video/?a=5--gl:name=N", true, false,
-                {"u", "http://video/?a", "n", "p"}});
-        row("Google: fields without values",
-            {"--gl:email,id=,name", true, false, {"", "", "", "p"}});
-        row("Facebook: the picture with its commas",
-            {"--fb:id=7,email=a@b,name=A%20B,picture=http://p/?x=1,2", false, true,
-                {"a@b", "7", "A B", "http://p/?x=1,2"}});
-        row("Facebook: a field without \"=\"",
-            {"--fb:name=N,email", false, true, {"u", "i", "N", "p"}});
-        row("Facebook: a marker without colon", {"--fbid=7,picture=q", false, true, nobody});
+        const Rows<QStringList> row;
+        for (const QStringList &cells :
+            tableBelow("### What a browser hands back", "scene-interface.md"))
+            row(qPrintable(cells[0]), cells);
     }
 
-    void signInResultsAreTaken()
+    void signInResultsAreTakenAsTheManualSays()
     {
-        const auto [argument, isGoogle, isFacebook, found] = Rows<SignIn>::fetch();
+        const QStringList cells = Rows<QStringList>::fetch();
+        const auto code = [&cells](int column) { return codeIn(cells[column]).join(""); };
         m_store->analysisFacebookInfo("--fb:email=u,id=i,name=n,picture=p");
-        m_engine.globalObject().setProperty("argument", argument);
-        QCOMPARE(js("analysisGoogleInfo(argument)"), QVariant(isGoogle).toString());
-        QCOMPARE(js("analysisFacebookInfo(argument)"), QVariant(isFacebook).toString());
-        QCOMPARE(QStringList({m_store->getUserName(), m_store->getUserGoogleId(),
-                     m_store->getUserNickName(), m_store->getUserGooglePicture()}),
-            found);
+        m_engine.globalObject().setProperty("text", code(0));
+        QCOMPARE(js("analysisGoogleInfo(text)") == "true", cells[1] == " Google ");
+        QCOMPARE(js("analysisFacebookInfo(text)") == "true", cells[1] == " Facebook ");
+        QCOMPARE(m_store->getUserName(), code(2));
+        QCOMPARE(m_store->getUserGoogleId(), code(3));
+        QCOMPARE(m_store->getUserNickName(), code(4));
+        QCOMPARE(m_store->getUserGooglePicture(), code(5));
     }
 
     void missingAndUnwritableFilesHaveStatedResults()
