@@ -258,7 +258,10 @@ ask_for_rights() {
     esac
 }
 
-[ "${1-}" = --may-run ] && exit 0
+case ${1-} in
+    --may-run) exit 0 ;;
+    -h | --help) exec sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$0" ;;
+esac
 cd "$(dirname "$0")" || exit 1
 directory=$(pwd -P)
 # shellcheck source=packaging/start-texts.sh
