@@ -61,7 +61,7 @@ bool overwrite(const Directory &directory, const QByteArray &name, const QByteAr
     constexpr int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
     QFile file; // closes the handle
     const int handle = openat(directory.handle(), name.constData(), flags);
-    if (handle < 0 || !file.open(handle, QIODevice::ReadWrite, QFile::AutoCloseHandle)) {
+    if (handle == -1 || !file.open(handle, QIODevice::ReadWrite, QFile::AutoCloseHandle)) {
         return false;
     }
     const QByteArray before = contentOf(handle);
@@ -108,7 +108,7 @@ bool isAbandoned(int handle)
 void sweep(const Directory &directory, const QByteArray &name)
 {
     const int list = openat(directory.handle(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    DIR *const entries = list < 0 ? nullptr : fdopendir(list);
+    DIR *const entries = list == -1 ? nullptr : fdopendir(list);
     if (entries == nullptr) {
         return;
     }
@@ -118,10 +118,10 @@ void sweep(const Directory &directory, const QByteArray &name)
         }
         const int handle = openat(
             directory.handle(), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-        if (handle >= 0 && isAbandoned(handle)) {
+        if (handle != -1 && isAbandoned(handle)) {
             unlinkat(directory.handle(), entry->d_name, 0);
         }
-        if (handle >= 0) {
+        if (handle != -1) {
             close(handle);
         }
     }
@@ -135,7 +135,7 @@ constexpr int readingFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 int openLinkedFile(const Directory &directory, const QByteArray &name)
 {
     const int link = openat(directory.handle(), name.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
-    if (link < 0) {
+    if (link == -1) {
         return -1;
     }
     Status status{};
@@ -165,14 +165,14 @@ bool ReplacedFile::openToRead(const QString &path, QFile &file)
         return false;
     }
     int handle = openat(directory.handle(), name.constData(), readingFlags | O_NOFOLLOW);
-    if (handle < 0 && errno == ELOOP) {
+    if (handle == -1 && errno == ELOOP) {
         handle = openLinkedFile(directory, name);
     }
     Status status{};
-    if (handle >= 0 && fstat(handle, &status) == 0 && S_ISREG(status.st_mode)) {
+    if (handle != -1 && fstat(handle, &status) == 0 && S_ISREG(status.st_mode)) {
         return file.open(handle, QIODevice::ReadOnly, QFile::AutoCloseHandle);
     }
-    if (handle >= 0) {
+    if (handle != -1) {
         close(handle);
     }
     return false;
@@ -195,7 +195,7 @@ bool ReplacedFile::write(const QString &path, const QByteArray &content, mode_t 
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
     const QByteArray beside = temporaryName(name);
     const int handle = openat(directory.handle(), beside.constData(), flags, S_IRUSR | S_IWUSR);
-    if (handle < 0) {
+    if (handle == -1) {
         return previous && overwrite(directory, name, content);
     }
     flock(handle, LOCK_EX | LOCK_NB);

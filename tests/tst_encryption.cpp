@@ -1,4 +1,4 @@
-#include "Support.h"
+#include "Manual.h"
 #include "crypto/Encryption.h"
 
 #include <cstdlib>
@@ -11,11 +11,6 @@ struct CipherText {
     QByteArray key;
     QByteArray plain;
     bool throws = false;
-};
-
-struct Base64Text {
-    std::string text;
-    std::string bytes;
 };
 
 // Made with python3 (base64, hashlib.md5) for the time stamp 1700000000000.
@@ -53,21 +48,12 @@ private slots:
             QCOMPARE(QByteArray::fromStdString(encryption.decode(text)), plain);
     }
 
-    void base64ReadingStopsAtForeignCharacters_data()
+    void base64IsReadAsTheManualSays()
     {
-        const Rows<Base64Text> row;
-        row("two characters", {"QQ", "A"});
-        row("one character too many", {"QUJDR", "ABC"});
-        row("padding inside a group", {"QUJD=UVG", "ABC"});
-        row("padding after two characters", {"QUJDRE=GQUJD", "ABCD"});
-        row("the alphabet of addresses", {"QUJD-_-_", "ABC"});
-        row("bytes above 127", {"QUJDRE\xC3\xA4", "ABCD"});
-    }
-
-    void base64ReadingStopsAtForeignCharacters()
-    {
-        const auto [text, bytes] = Rows<Base64Text>::fetch();
-        QCOMPARE(Encryption().base64_decode(text), bytes);
+        for (const QStringList &cells : tableBelow("### Base64")) {
+            const std::string text = codeIn(cells[0])[0].toStdString();
+            QCOMPARE(Encryption().base64_decode(text), codeIn(cells[1])[0].toStdString());
+        }
     }
 
     void whatWasEncipheredComesBack()

@@ -58,7 +58,6 @@ private slots:
         const QHash<int, QVariant> values = {{QMetaType::Int, 1}, {QMetaType::Double, -2.5},
             {QMetaType::Bool, true}, {QMetaType::QString, "text"},
             {qMetaTypeId<QList<QObject *>>(), QVariant::fromValue(QList<QObject *>{this})}};
-        QStringList odd;
         for (int index = meta.propertyOffset(); index < meta.propertyCount(); ++index) {
             const QMetaProperty property = meta.property(index);
             const QVariant value = values.value(property.userType());
@@ -67,11 +66,12 @@ private slots:
             const Spies spies = spiesOn(&record);
             QVERIFY(property.write(&record, value));
             QCOMPARE(property.read(&record), value);
-            const QString signal = property.notifySignal().methodSignature();
-            if (written(spies) != signal)
-                odd += property.name() + (" " + signal) + " " + written(spies);
+            const bool isPort = property.name() == QByteArray("qTransPort");
+            QCOMPARE(written(spies).toLatin1(),
+                isPort ? "transPortChanged()" : property.notifySignal().methodSignature());
         }
-        QCOMPARE(odd.join(' '), QString("qTransPort transIpChanged() transPortChanged()"));
+        QCOMPARE(meta.property(meta.indexOfProperty("qTransPort")).notifySignal().name(),
+            QByteArray("transIpChanged"));
         QCOMPARE(LineInfo().property("qIsCurrentUse").userType(), int{QMetaType::Int});
     }
 
