@@ -173,6 +173,8 @@ private slots:
         bool done = false;
         FirstFrame::then(this, [&done] { done = true; });
         QTRY_VERIFY(done);
+        FirstFrame::then(this, [&done] { done = false; });
+        QVERIFY(!done); // at once from now on
     }
 
     void engineGetsACacheInTheWorkingDirectory()

@@ -45,18 +45,6 @@ private slots:
         Deployment::current().mirrorAddresses = QStringList(server.baseAddress() + "/cookie.txt");
         const auto cipher = Encryption().encode(server.baseAddress().toStdString());
         server.answer("/cookie.txt", {QByteArray::fromStdString(cipher)});
-        server.answer("/api/system/index",
-            {json("{'code':0,'data':{'wap_article_help_list':'http://help.example'}}")});
-        server.answer("/api/account/login",
-            {json("{'code':3,'msg':'Wrong password','data':{'error_position':'2'}}")});
-        server.answer("/api/server/get_all_v2",
-            {json("{'code':0,'data':[{'name_en':'Japan','servers':"
-                  "[{'country_id':81,'id':1},{'country_id':81,'id':2}]}]}")});
-        server.answer("/api/system/updateInfo",
-            {json("{'code':0,'data':{'version':3,'version_show':'2.0.1',"
-                  "'content':'Faster lines'}}")});
-        server.answer("/api/system/questions",
-            {json("{'code':0,'data':[{'_de':'Zu langsam'},{'_de':'Kein Netz'}]}")});
         DataManager::getInstance()->setDomainName(server.baseAddress());
     }
 
@@ -72,6 +60,11 @@ private slots:
         const QRegularExpression form("```qml\n(.*?)```\n```text\n(.*?)\n```",
             QRegularExpression::DotMatchesEverythingOption);
         const QString manual = contentOf(VORN_SOURCE_DIR "/docs/scene-interface.md");
+        static const QRegularExpression reply("answers `(.*?)` with\\s`(.*?)`");
+        for (auto found = reply.globalMatch(manual); found.hasNext();) {
+            const QStringList match = found.next().capturedTexts();
+            server.answer(match[1].toLatin1(), {match[2].toUtf8()});
+        }
         for (const QString &section : manual.split("\n## ").mid(1)) {
             const auto example = form.match(section);
             row(qPrintable(section.section('\n', 0, 0)),
