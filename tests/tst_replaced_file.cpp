@@ -1,5 +1,6 @@
 #include "OtherUser.h"
 #include "Support.h"
+#include "base/Directory.h"
 #include "settings/JsonFile.h"
 #include "settings/ReplacedFile.h"
 
@@ -81,6 +82,17 @@ private slots:
         QCOMPARE(QFileInfo("file").ownerId(), owner);
         if (isWritten)
             QCOMPARE(contentOf("file"), QByteArray("new"));
+    }
+
+    void pathBehindALinkIsLookedAtAllTheWay()
+    {
+        if (!OtherUser::exists())
+            QSKIP("only root meets others");
+        QVERIFY(QDir().mkpath("his/ours") && OtherUser::owns("his"));
+        QVERIFY(QFile::link("his/ours", "link"));
+        const Directory around = Directory::open(directory->path());
+        const Directory behind = around.subdirectory("link");
+        QVERIFY(behind.pathBelow(around.path()).startsWith("/proc/self/fd/"));
     }
 
     // Opening a pipe that nobody writes into would take for ever.
