@@ -1,5 +1,5 @@
+#include "Manual.h"
 #include "OtherUser.h"
-#include "Support.h"
 #include "installer/Operating.h"
 #include "installer/PathOutlook.h"
 
@@ -42,12 +42,6 @@ private:
     inline static int waiting = 0;
 };
 
-struct Look {
-    QString path; // relative ones are below the test's directory
-    QString hint; // ROOT stands for that directory
-    QString nearest;
-};
-
 } // namespace
 
 // In front of the C library's, for the whole program.
@@ -77,32 +71,24 @@ private slots:
 
     void hintsSayWhatWillHappen_data()
     {
-        const Rows<Look> row;
-        row("a new directory", {"ROOT/apps/VornVPN", "", "ROOT/apps"});
-        row("nothing", {"", "", ""});
-        row("a relative path that leads nowhere",
-            {"home/u/VornVPN", "Leads to “ROOT/home/u/VornVPN”. “home/u” does not exist.", ""});
-        row("a file in the way", {"ROOT/file", "“ROOT/file” is not a directory.", "ROOT"});
-        row("links in a circle", {"ROOT/circle/VornVPN", "", "ROOT"});
-        row("an earlier installation",
-            {"ROOT/earlier", "The installation found there will be updated.", "ROOT/earlier"});
-        row("the bundle itself", {"ROOT/bundle", "", "ROOT/bundle"});
-        row("back out of what is not there", {"ROOT/none/../apps/new", "", "ROOT"});
-        row("a relative path with control characters",
-            {"a\n\x1b[31m\u202e", "Leads to “ROOT/a??[31m?”.", ""});
-        row("a path that is too long", {"ROOT/" + QString(4000, 'x'), "", "ROOT"});
+        const Rows<QStringList> row;
+        for (const QStringList &cells : tableBelow("## What the path panel says", "files.md"))
+            row(qPrintable(cells[0].trimmed()), cells);
     }
 
     void hintsSayWhatWillHappen()
     {
-        const auto expanded = [this](QString text) { return text.replace("ROOT", root); };
-        const auto [path, hint, nearest] = Rows<Look>::fetch();
+        const QStringList cells = Rows<QStringList>::fetch();
+        const auto said = [&](int column) {
+            const QString text = codeIn(cells[column]).value(0).replace("ROOT", root);
+            return QUrl::fromPercentEncoding(text.toUtf8());
+        };
         QVERIFY(put("file", "") && QFile::link("none", "dangling"));
         QVERIFY(QFile::link("circle", "circle") && QDir().mkdir("earlier"));
         QVERIFY(put("earlier/manifest.txt", "VORN\n") && put("bundle/manifest.txt", "VORN\n"));
-        const auto outlook = PathOutlook::of(expanded(path), root + "/bundle");
-        QCOMPARE(outlook.hint(), expanded(hint));
-        QCOMPARE(outlook.nearest, expanded(nearest));
+        const auto outlook = PathOutlook::of(said(1), root + "/bundle");
+        QCOMPARE(outlook.hint(), said(2));
+        QCOMPARE(outlook.nearest, said(3));
     }
 
     void longPathsAreShortened()
@@ -110,6 +96,8 @@ private slots:
         const QString hint = PathOutlook::of(QString(200, 'x') + "/END", root + "/bundle").hint();
         QVERIFY2(
             hint.contains("…") && hint.contains("/END”") && hint.size() < 300, qPrintable(hint));
+        const QString tooLong = root + '/' + QString(4000, 'x');
+        QCOMPARE(PathOutlook::of(tooLong, root + "/bundle").hint(), "");
     }
 
     void roomIsThatOfTheBundle()
