@@ -1,6 +1,6 @@
 #include "LoopbackServer.h"
+#include "Manual.h"
 #include "Spies.h"
-#include "Support.h"
 #include "api/KQHttpManager.h"
 #include "api/RequestSignature.h"
 #include "base/Deployment.h"
@@ -22,19 +22,6 @@ QByteArray enciphered(const QString &address)
 {
     return QByteArray::fromStdString(Encryption().encode(address.toStdString()));
 }
-
-struct InitRecord {
-    int modeBefore;
-    QString data;
-    int mode;
-    QString agreement;
-    int emailSwitch;
-    int p2pSwitch;
-    QString protocols;
-    QString udpPort;
-    QString tcpPort;
-    QString shop;
-};
 
 } // namespace
 
@@ -248,41 +235,33 @@ private slots:
 
     void initRecordFillsTheSettings_data()
     {
-        const Rows<InitRecord> row;
-        row("all keys",
-            {0,
-                "{'default_mode':'sarko2-wss','private_agreement':'p','p2p_switch':'3',"
-                "'email_verification_switch':'1','support_protocols':'a,b',"
-                "'srv_ports':{'upd':'9','tcp':''},'app_store_download_url':'s'}",
-                2, "p", 1, 3, "a,b", "9", "", "s"});
-        row("a mode that Linux lacks, other JSON types",
-            {0,
-                "{'default_mode':'openvpn','srv_ports':[],'private_agreement':1,"
-                "'email_verification_switch':1,'p2p_switch':'x','support_protocols':['a'],"
-                "'app_store_download_url':null}",
-                1, "", 0, 0, "", "old", "old", ""});
-        row("a mode chosen before", {5, "{}", 5, "", 0, 0, "", "old", "old", "old"});
-        row("an unknown mode", {0, "{'default_mode':'Kcp'}", 0, "", 0, 0, "", "old", "old", "old"});
+        const Rows<QStringList> row;
+        for (const QStringList &cells : tableBelow("#### What stays of a record"))
+            row(qPrintable(cells[0] + cells[1]), cells);
     }
 
     void initRecordFillsTheSettings()
     {
-        const InitRecord row = Rows<InitRecord>::fetch();
-        settings.setVpnModel(row.modeBefore);
+        const QStringList cells = Rows<QStringList>::fetch();
+        const auto code = [&cells](int column) { return codeIn(cells[column]).value(0); };
+        settings.setVpnModel(code(0).toInt());
         settings.setUdpVpnPort("old");
         settings.setTcpVpnPort("old");
         settings.setAppStoreDownloadUrl("old");
         Manager manager;
-        QJsonObject reply{{"data", QJsonDocument::fromJson(json(row.data)).object()}};
+        QJsonObject reply{{"data", QJsonDocument::fromJson(code(1).toUtf8()).object()}};
         manager.dealInitInfo(reply);
-        QCOMPARE(settings.getVpnModel(), row.mode);
-        QCOMPARE(settings.getPrivacyPolicyUrl(), row.agreement);
-        QCOMPARE(settings.getEmailVerificationSwitch(), row.emailSwitch);
-        QCOMPARE(settings.getP2pSwitch(), row.p2pSwitch);
-        QCOMPARE(settings.getSupportProtocols(), row.protocols);
-        QCOMPARE(settings.getUdpVpnPort(), row.udpPort);
-        QCOMPARE(settings.getTcpVpnPort(), row.tcpPort);
-        QCOMPARE(settings.getAppStoreDownloadUrl(), row.shop);
+        QCOMPARE(QString::number(settings.getVpnModel()), code(2));
+        QCOMPARE(settings.getPrivacyPolicyUrl(), code(3));
+        QCOMPARE(QString("%1 %2")
+                     .arg(settings.getEmailVerificationSwitch())
+                     .arg(settings.getP2pSwitch()),
+            code(4));
+        QCOMPARE(settings.getSupportProtocols(), code(5));
+        QCOMPARE(QString("%1 %2 %3")
+                     .arg(settings.getUdpVpnPort(), settings.getTcpVpnPort(),
+                         settings.getAppStoreDownloadUrl()),
+            code(6));
     }
 
     void systemLanguageIsMapped()

@@ -1,6 +1,6 @@
 #include "LoopbackServer.h"
+#include "Manual.h"
 #include "Spies.h"
-#include "Support.h"
 #include "api/KQHttpManager.h"
 #include "base/Deployment.h"
 #include "settings/DataManager.h"
@@ -16,15 +16,6 @@ using Handler = void (Manager::*)(QJsonObject &);
 
 namespace {
 
-struct SessionReply {
-    Handler handler;
-    QString reply;
-    bool isVisitor;
-    QString changes; // in the store
-    QString emitted;
-    bool logsInAgain;
-};
-
 struct Download {
     int kind;
     QString installPath; // in the directory of the test
@@ -35,10 +26,6 @@ struct Download {
 };
 
 const QString session = "{'data':{'session':'s'}}";
-const QString expired = "{'code':2000,'data':{'session':'s','msg':'old'}}";
-const QString account =
-    "{'msg':'m','data':{'username':'ru','radius_pass':'rp','rd':'r','uid':5,'email':'e'%1}}";
-const QString accountChanges = "radius=ru/rp/r uid=5 user=e";
 
 struct stat stateOf(const QString &name)
 {
@@ -112,43 +99,20 @@ private slots:
 
     void repliesChangeTheSession_data()
     {
-        const Rows<SessionReply> row;
-        row("login",
-            {&Manager::dealUserLoginInfo, session, true, "session=s visitor=no",
-                "loginStatus(true,,-1)", false});
-        row("login refused",
-            {&Manager::dealUserLoginInfo, "{'code':1,'data':{'session':'s','error_position':'2'}}",
-                true, "", "loginStatus(false,,2)", false});
-        row("login expired", {&Manager::dealUserLoginInfo, expired, false, "session=", "", true});
-        row("login of a guest expired",
-            {&Manager::dealUserLoginInfo, expired, true, "session= visitor=no", "", false});
-        row("visitor login",
-            {&Manager::dealUserVisitorLoginInfo, session, false, "session=s visitorStatus=yes",
-                "visitorLoginStatus(true,,-1)", false});
-        row("visitor login expired",
-            {&Manager::dealUserVisitorLoginInfo, expired, true, "session= visitor=no", "", false});
-        row("account of its own",
-            {&Manager::dealUserInfo, account.arg(",'is_visitor':0"), true,
-                accountChanges + " loggedIn=yes visitor=no", "userInfoStatus(true,)", false});
-        row("account that does not say whose it is",
-            {&Manager::dealUserInfo, account.arg(""), true, accountChanges, "userInfoStatus(true,)",
-                false});
-        row("account without data",
-            {&Manager::dealUserInfo, "{'code':0}", true,
-                "radius=// uid=0 user=", "userInfoStatus(true,)", false});
-        row("account refused",
-            {&Manager::dealUserInfo, "{'code':1,'data':{'uid':5,'msg':'no'}}", false, "",
-                "userInfoStatus(false,no)", false});
-        row("account expired", {&Manager::dealUserInfo, expired, false, "session=", "", true});
-        row("account of a guest expired",
-            {&Manager::dealUserInfo, expired, true, "session= visitor=no",
-                "userInfoStatus(false,old)", false});
+        const Rows<QStringList> row;
+        for (const QStringList &cells : tableBelow("### What replies change"))
+            row(qPrintable(cells[0] + cells[1] + cells[2]), cells);
     }
 
     // The record in the store comes from another manager, or from the settings of the last run.
     void repliesChangeTheSession()
     {
-        const auto row = Rows<SessionReply>::fetch();
+        const QHash<QString, Handler> handlers{{"login", &Manager::dealUserLoginInfo},
+            {"visitor login", &Manager::dealUserVisitorLoginInfo},
+            {"account", &Manager::dealUserInfo}};
+        const QStringList cells = Rows<QStringList>::fetch();
+        const auto code = [&cells](int column) { return codeIn(cells[column]).value(0); };
+        const bool signsInAgain = cells[5].contains("yes");
         UserInfo stored;
         stored.setSession("old");
         stored.setRadiusUserName("a");
@@ -156,22 +120,22 @@ private slots:
         stored.setRd("c");
         stored.setUid(42);
         settings.setUserInfo(stored);
-        settings.setIsVisitorLogin(row.isVisitor);
+        settings.setIsVisitorLogin(cells[1].contains("yes"));
         settings.setIsVisitorLoginStatus(false);
         QStringList before = facts();
         server->answer("/api/account/login", {json("{'msg':'again'}")});
 
-        deal(row.handler, row.reply);
+        deal(handlers[cells[0].trimmed()], code(2));
         QStringList changes;
         for (const QString &fact : facts()) {
             if (!before.contains(fact)) {
                 changes.append(fact);
             }
         }
-        QCOMPARE(changes.join(' '), row.changes);
-        QCOMPARE(written(spies), row.emitted);
-        QCOMPARE(isBusy(), row.logsInAgain);
-        if (row.logsInAgain) {
+        QCOMPARE(changes.join(' '), code(3));
+        QCOMPARE(written(spies), code(4));
+        QCOMPARE(isBusy(), signsInAgain);
+        if (signsInAgain) {
             QCOMPARE(server->take("/api/account/login").form, "POST email=me password=pw");
             QVERIFY(spies.at("loginStatus").wait());
             QCOMPARE(written(spies), "loginStatus(true,again,-1)");
@@ -182,7 +146,7 @@ private slots:
     {
         deal(&Manager::dealUserLoginInfo, session);
         Manager another; // which learns more about the same account
-        QJsonObject reply = QJsonDocument::fromJson(json(account.arg(""))).object();
+        QJsonObject reply{{"data", QJsonObject{{"username", "ru"}, {"uid", 5}}}};
         another.dealUserInfo(reply);
         const QStringList before = facts();
         manager->signOut();
