@@ -123,6 +123,8 @@ private slots:
             QSKIP("only root can be somebody else");
         QCOMPARE(chmod(".", 0755) + chmod("apps", 0755) + chmod("bundle/lib", 0700), 0);
         QCOMPARE(PathOutlook::of(root + "/apps/VornVPN", root + "/bundle").hint(), "");
+        // Where no room can be known none is missing.
+        QCOMPARE(PathOutlook::of("/proc/VornVPN", root + "/bundle").hint(), "");
         const OtherUser::Rights rights;
         for (const char *path : {"/apps/VornVPN", "/apps", "/bundle/lib/VornVPN"})
             QCOMPARE(PathOutlook::of(root + path, root + "/bundle").hint(),

@@ -65,14 +65,6 @@ bool isYes(const QString &cell) { return cell.trimmed() == "yes"; }
 
 int modeOf(const QString &path) { return int(QFile::permissions(path)) & 0x0777; }
 
-enum Result { Fails, Succeeds };
-
-struct Launcher {
-    QStringList planted;
-    bool isHisDirectory; // somebody else's
-    Result result;
-};
-
 } // namespace
 
 class TestOperatingFiles : public QObject {
@@ -273,35 +265,22 @@ private slots:
         QCOMPARE(tree(root), QStringList({"d->e", "e/", "e/x/", "e/x/f=1", "f.txt->g"}));
     }
 
-    void launchersStartTheInstalledPrograms_data()
-    {
-        const Rows<Launcher> row;
-        row("into an empty directory", {{}, false, Succeeds});
-        row("over his link and his pipe",
-            {{"VornRun.sh->e/f", "pipe:UninstallRun.sh"}, true, Succeeds});
-        row("not over directories", {{"VornRun.sh/", "UninstallRun.sh/"}, false, Fails});
-    }
-
     void launchersStartTheInstalledPrograms()
     {
-        const auto [planted, isHisDirectory, result] = Rows<Launcher>::fetch();
-        if (isHisDirectory && !OtherUser::exists())
-            QSKIP("only root can be somebody else");
         const QStringList launchers{"VornRun.sh", "UninstallRun.sh"};
-        plant(root, planted + QStringList("e/f=kept"));
-        for (const QString &path : launchers + QStringList("."))
-            QVERIFY(!isHisDirectory || OtherUser::owns(path));
+        plant(root, {"e/f=kept"});
+        if (OtherUser::exists()) { // his link and his pipe give way
+            plant(root, {"VornRun.sh->e/f", "pipe:UninstallRun.sh"});
+            for (const QString &path : launchers + QStringList("."))
+                QVERIFY(OtherUser::owns(path));
+        }
         QCOMPARE(chmod("e/f", 0600), 0);
         DataManager::getInstance()->setInstallPath("/home/Jörg/中");
         const QString common = "#!/bin/sh\npkexec env DISPLAY=$DISPLAY XAUTHORITY=$XAUTHORITY "
                                "LD_LIBRARY_PATH=/home/Jörg/中/lib  "
                                "QT_QPA_PLATFORM_PLUGIN_PATH=/home/Jörg/中/plugins  "
                                "QML2_IMPORT_PATH=/home/Jörg/中/qml  /home/Jörg/中/";
-        const QList<bool> written{
-            operating.creatVornRunShell(), operating.creatUninstallRunShell()};
-        QCOMPARE(written, QList<bool>({result == Succeeds, result == Succeeds}));
-        if (result == Fails)
-            return;
+        QVERIFY(operating.creatVornRunShell() && operating.creatUninstallRunShell());
         QCOMPARE(tree(root),
             QStringList({"UninstallRun.sh=" + common + "Uninstall\n",
                 "VornRun.sh=" + common + "VORN\n", "e/", "e/f=kept"}));
