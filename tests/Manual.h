@@ -27,5 +27,7 @@ inline QList<QStringList> tableBelow(const QString &heading, const QString &manu
             break;
         }
     }
+    if (rows.size() < 3) // or a test would run over nothing
+        qFatal("%s has no table below \"%s\"", qPrintable(manual), qPrintable(heading));
     return rows.mid(2);
 }
