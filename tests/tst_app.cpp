@@ -89,8 +89,9 @@ private slots:
         qInstallMessageHandler(nullptr);
 
         const QString content = QString::fromUtf8(contentOf(QStringLiteral("log.txt")));
-        const QRegularExpression expected(QRegularExpression::anchoredPattern(QStringLiteral(
-            R"(Warning: File:\(\) Line:\(0\) x \(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d \S+\)\r\n.* from a thread \(.*\)\r\n)")));
+        const QRegularExpression expected(QRegularExpression::anchoredPattern(QLatin1String(
+            R"(Warning: File:\(\) Line:\(0\) x \(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d \S+\)\r\n)"
+            R"(.* from a thread \(.*\)\r\n)")));
         QVERIFY2(expected.match(content).hasMatch(), qPrintable(content));
     }
 
