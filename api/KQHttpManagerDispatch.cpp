@@ -51,14 +51,26 @@ qint64 sizeLimitOf(const QString &url)
 // Counts what has arrived: a buffer of the size alone lets through what comes in the same moment.
 void limitSize(QNetworkReply *reply, qint64 limit)
 {
+    // Qt fills the buffer in blocks of up to 128 KiB, and now and then waits for ever before the
+    // last one. With less room than this a body that is too long would not reach the limit.
+    constexpr qint64 roomBehindTheLimit = 1 << 20;
     // A reply whose request has not been sent yet would lose the size of its buffer.
     QObject::connect(reply, &QNetworkReply::metaDataChanged, reply,
-        [reply, limit] { reply->setReadBufferSize(limit + 1); });
+        [reply, limit] { reply->setReadBufferSize(limit + roomBehindTheLimit); });
     QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, limit] {
         if (reply->bytesAvailable() > limit) {
             reply->abort();
         }
     });
+}
+
+// While its buffer is limited Qt now and then takes a connection that breaks off for the end of the
+// body, and the scene would wait for ever.
+QNetworkReply::NetworkError errorOf(const QNetworkReply &reply, const QByteArray &body)
+{
+    const qint64 promised = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    const bool isCut = reply.error() == QNetworkReply::NoError && body.size() < promised;
+    return isCut ? QNetworkReply::RemoteHostClosedError : reply.error();
 }
 
 } // namespace
@@ -177,17 +189,19 @@ void KQHttpManager::replyReadyRead()
     m_answeredRecord = record;
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     debugLine() << "接口应答状态：" << status;
-    if (reply->error() != QNetworkReply::NoError) {
+    const QByteArray body = reply->readAll();
+    const QNetworkReply::NetworkError error = errorOf(*reply, body);
+    if (error != QNetworkReply::NoError) {
         const QString url = reply->url().toString();
         debugLine() << url << "<应答错误:"
-                    << QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(reply->error())
+                    << QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(error)
                     << "><code:" << status << ">";
         if (url.contains(QLatin1String(endpointOf(Request::PushLinkLog).path))) {
             m_linkLog.uploadFailed(record.value_or(LinkLog::stranger));
         }
         emit getHttpCode(status);
     } else {
-        dealJsonData(reply, reply->readAll());
+        dealJsonData(reply, body);
         // What could not be parsed or routed is as good as lost.
         if (record && m_linkLog.isOnWire(*record)) {
             m_linkLog.uploadFailed(*record);
